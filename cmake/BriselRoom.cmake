@@ -1,0 +1,57 @@
+# How every target of this project is compiled, and what a room is.
+
+find_program(CCACHE ccache)
+if(CCACHE)
+  set(CMAKE_CXX_COMPILER_LAUNCHER ${CCACHE})
+endif()
+find_program(MOLD mold)
+if(MOLD)
+  add_link_options(-fuse-ld=mold)
+endif()
+if(BRISEL_SANITIZE)
+  add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  add_link_options(-fsanitize=address,undefined)
+endif()
+
+add_library(brisel_warnings INTERFACE)
+# maybe-uninitialized is not in the list of what must hold: g++ 12 raises it falsely on std::variant.
+target_compile_options(brisel_warnings INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion
+                                                 -Werror -Wno-maybe-uninitialized)
+
+# brisel_room(NAME [LINKS room...] [EXTERNAL target...]): the library of src/NAME, if it has sources.
+function(brisel_room name)
+  cmake_parse_arguments(ROOM "" "" "LINKS;EXTERNAL" ${ARGN})
+  file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/src/${name}/*.cpp
+                                      ${CMAKE_SOURCE_DIR}/src/${name}/*.h)
+  if(sources)
+    add_library(brisel_${name} STATIC ${sources})
+    target_include_directories(brisel_${name} PUBLIC ${CMAKE_SOURCE_DIR}/src)
+    target_link_libraries(brisel_${name} PRIVATE $<BUILD_INTERFACE:brisel_warnings>)
+    set(kind PUBLIC)
+    if(name STREQUAL qt)
+      set_target_properties(brisel_${name} PROPERTIES AUTOMOC ON)
+    endif()
+  else()
+    add_library(brisel_${name} INTERFACE)
+    set(kind INTERFACE)
+  endif()
+  list(TRANSFORM ROOM_LINKS PREPEND brisel_)
+  target_link_libraries(brisel_${name} ${kind} ${ROOM_LINKS} ${ROOM_EXTERNAL})
+  add_library(Brisel::${name} ALIAS brisel_${name})
+endfunction()
+
+# brisel_test(NAME LINKS target...): one test program of tests/NAME.
+function(brisel_test name)
+  cmake_parse_arguments(TEST "" "" "LINKS" ${ARGN})
+  file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${name}/*.cpp)
+  if(NOT sources)
+    return()
+  endif()
+  add_executable(test_${name} ${sources})
+  target_include_directories(test_${name} PRIVATE ${CMAKE_SOURCE_DIR}/tests)
+  target_link_libraries(test_${name} PRIVATE brisel_warnings ${TEST_LINKS} GTest::gtest_main)
+  target_compile_definitions(test_${name} PRIVATE BRISEL_SOURCE_DIR="${CMAKE_SOURCE_DIR}"
+                                                  BRISEL_BINARY_DIR="${CMAKE_BINARY_DIR}")
+  add_test(NAME ${name} COMMAND test_${name})
+  set_tests_properties(${name} PROPERTIES TIMEOUT 300 ENVIRONMENT "QT_QPA_PLATFORM=offscreen")
+endfunction()
