@@ -28,15 +28,15 @@ struct Graph {
 };
 
 struct Spacing {
-  double node = 600;     ///< between neighbours in a row
-  double layer = 900;    ///< between rows
-  double aspect = 1.6;   ///< width by height that the whole should have
+  double node = 600;    ///< between neighbours in a row
+  double layer = 900;   ///< between rows
+  double aspect = 1.6;  ///< width by height that the whole should have
 };
 
 struct Drawing {
-  std::vector<Point> positions;            ///< top left corner of each box
-  std::vector<std::vector<Point>> lines;   ///< of each edge: from the border of the source box
-                                           ///< over the bends to the border of the target box
+  std::vector<Point> positions;           ///< top left corner of each box
+  std::vector<std::vector<Point>> lines;  ///< of each edge: from the border of the source box
+                                          ///< over the bends to the border of the target box
 };
 
 /// Layered drawing: super classes above sub classes, no two boxes overlap.

@@ -31,8 +31,8 @@ std::int64_t ObjectList::Count() const { return static_cast<std::int64_t>(m_elem
 
 Ref<Object> ObjectList::Item(std::int64_t index) const {
   if (index < 1 || index > Count()) {
-    throw Error(ErrorNumber::subscript, "No item " + std::to_string(index) + " in a collection of " +
-                                            std::to_string(Count()));
+    throw Error(ErrorNumber::subscript, "No item " + std::to_string(index) +
+                                            " in a collection of " + std::to_string(Count()));
   }
   return m_elements[static_cast<std::size_t>(index - 1)];
 }

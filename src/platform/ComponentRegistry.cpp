@@ -15,8 +15,7 @@ void ComponentRegistry::add(std::string progId, Factory factory) {
 Ref<Object> ComponentRegistry::create(std::string_view progId) {
   const auto found = m_factories.find(progId);
   if (found == m_factories.end()) {
-    throw CallError(ErrorNumber::componentUnknown,
-                    "Unknown component: " + std::string(progId));
+    throw CallError(ErrorNumber::componentUnknown, "Unknown component: " + std::string(progId));
   }
   return found->second(*this);
 }

@@ -8,6 +8,7 @@ namespace brisel::platform {
 /// Numbers that an Error carries; hosts and automation clients tell failures apart by them.
 enum class ErrorNumber : int {
   invalidCall = 5,
+  overflow = 6,
   typeMismatch = 13,
   fileNotFound = 53,
   fileAccess = 75,

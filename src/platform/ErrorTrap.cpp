@@ -26,8 +26,10 @@ void reportError(Shell& shell, std::string_view module, std::string_view procedu
     description = error.what();
   } catch (...) {
   }
-  shell.showMessage(
-      {"Brisel", errorReport(number, description, module, procedure), {"OK"}, MessageIcon::critical});
+  shell.showMessage({"Brisel",
+                     errorReport(number, description, module, procedure),
+                     {"OK"},
+                     MessageIcon::critical});
 }
 
 }  // namespace brisel::platform

@@ -8,9 +8,9 @@ namespace brisel::platform {
 
 Value Member::callChecked(Object& object, std::vector<Value>& given) const {
   if (given.size() < required || given.size() > arguments) {
-    const std::string wanted = required == arguments ? std::to_string(arguments)
-                                                     : std::to_string(required) + " to " +
-                                                           std::to_string(arguments);
+    const std::string wanted = required == arguments
+                                   ? std::to_string(arguments)
+                                   : std::to_string(required) + " to " + std::to_string(arguments);
     throw CallError(ErrorNumber::argumentCount, "Wrong number of arguments: " + name + " takes " +
                                                     wanted + ", " + std::to_string(given.size()) +
                                                     " given");

@@ -16,9 +16,9 @@ struct Member {
 
   std::string name;
   Kind kind = Kind::method;
-  std::size_t arguments = 0;     ///< all of them, out arguments included
-  std::size_t required = 0;      ///< those that may not be left away
-  std::size_t outArguments = 0;  ///< the last ones
+  std::size_t arguments = 0;                                ///< all of them, out arguments included
+  std::size_t required = 0;                                 ///< those that may not be left away
+  std::size_t outArguments = 0;                             ///< the last ones
   std::function<Value(Object&, std::vector<Value>&)> call;  ///< method, or the property's getter
   std::function<void(Object&, const Value&)> assign;        ///< unset for a read-only property
   std::function<Connection(Object&, EventListener)> listen;

@@ -21,10 +21,10 @@ namespace detail {
 
 [[noreturn]] inline void wrongKind(std::string_view member, std::size_t index,
                                    std::string_view wanted, const Value& given) {
-  throw CallError(ErrorNumber::typeMismatch,
-                  "Wrong kind of argument " + std::to_string(index + 1) + " of " +
-                      std::string(member) + ": " + std::string(wanted) + " expected, " +
-                      std::string(given.kindName()) + " given");
+  throw CallError(ErrorNumber::typeMismatch, "Wrong kind of argument " + std::to_string(index + 1) +
+                                                 " of " + std::string(member) + ": " +
+                                                 std::string(wanted) + " expected, " +
+                                                 std::string(given.kindName()) + " given");
 }
 
 template <class T>
@@ -69,7 +69,7 @@ struct Argument {
 };
 
 template <class T>
-  requires std::is_base_of_v<Object, T>
+requires std::is_base_of_v<Object, T>
 struct Argument<T&> {
   static constexpr bool kOut = false;
   static T& read(const Value& value, std::string_view member, std::size_t index) {
@@ -80,7 +80,7 @@ struct Argument<T&> {
 };
 
 template <class T>
-  requires std::is_base_of_v<Object, T>
+requires std::is_base_of_v<Object, T>
 struct Argument<T*> {
   static constexpr bool kOut = false;
   static T* read(const Value& value, std::string_view member, std::size_t index) {

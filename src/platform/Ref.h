@@ -21,10 +21,8 @@ class Ref {
   Ref(const Ref& other) noexcept : m_object(other.m_object) { retainIfSet(); }
   Ref(Ref&& other) noexcept : m_object(std::exchange(other.m_object, nullptr)) {}
   template <class U>
-    requires std::is_convertible_v<U*, T*>
-  Ref(const Ref<U>& other) noexcept : m_object(other.get()) {
-    retainIfSet();
-  }
+  requires std::is_convertible_v<U*, T*> Ref(const Ref<U>& other)
+  noexcept : m_object(other.get()) { retainIfSet(); }
   ~Ref() {
     if (m_object) release(m_object);
   }

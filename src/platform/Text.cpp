@@ -22,8 +22,8 @@ constexpr std::array kWide = {
     Range{0xFF00, 0xFF60},   Range{0xFFE0, 0xFFE6},   Range{0x1F300, 0x1F64F},
     Range{0x1F900, 0x1F9FF}, Range{0x20000, 0x3FFFD},
 };
-constexpr std::array kCombining = {
-    Range{0x0300, 0x036F}, Range{0x200B, 0x200F}, Range{0x20D0, 0x20FF}, Range{0xFE00, 0xFE0F}};
+constexpr std::array kCombining = {Range{0x0300, 0x036F}, Range{0x200B, 0x200F},
+                                   Range{0x20D0, 0x20FF}, Range{0xFE00, 0xFE0F}};
 
 template <std::size_t N>
 bool lies(const std::array<Range, N>& ranges, char32_t c) {

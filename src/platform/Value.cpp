@@ -15,9 +15,8 @@ namespace {
 constexpr double kLargestExact = 9007199254740992.0;  // 2^53
 
 [[noreturn]] void mismatch(const Value& value, std::string_view wanted) {
-  throw Error(ErrorNumber::typeMismatch, "Type mismatch: " + std::string(wanted) +
-                                             " expected, " + std::string(value.kindName()) +
-                                             " given");
+  throw Error(ErrorNumber::typeMismatch, "Type mismatch: " + std::string(wanted) + " expected, " +
+                                             std::string(value.kindName()) + " given");
 }
 
 std::string decimal(double value) {

@@ -1,8 +1,7 @@
-#include "platform/MemberTableOf.h"
-
 #include <gtest/gtest.h>
 
 #include "platform/Error.h"
+#include "platform/MemberTableOf.h"
 
 namespace brisel::platform {
 namespace {
