@@ -10,10 +10,7 @@
 
 namespace brisel::repository {
 
-namespace {
-
-/// Canvas coordinates are single precision where they are stored.
-std::int32_t toTwips(double coordinate) {
+std::int32_t storedTwips(double coordinate) {
   const double rounded = std::nearbyint(static_cast<double>(static_cast<float>(coordinate)));
   if (!(rounded >= std::numeric_limits<std::int32_t>::min() &&
         rounded <= std::numeric_limits<std::int32_t>::max())) {
@@ -21,8 +18,6 @@ std::int32_t toTwips(double coordinate) {
   }
   return static_cast<std::int32_t>(rounded);
 }
-
-}  // namespace
 
 void Positioner::SavePoints(Association& association, CLSRepository& repository) {
   const auto points = association.link()->ExtraPoints();
@@ -33,8 +28,8 @@ void Positioner::SavePoints(Association& association, CLSRepository& repository)
     }
     const std::string_view kind = i == 1 ? "START" : i == count ? "END" : "MIDDLE";
     const platform::Point point = points->at(static_cast<std::size_t>(i - 1));
-    repository.MakeGeomPoint(*association.clsObject(), toTwips(point.x), toTwips(point.y), kind,
-                             static_cast<std::int32_t>(i));
+    repository.MakeGeomPoint(*association.clsObject(), storedTwips(point.x), storedTwips(point.y),
+                             kind, static_cast<std::int32_t>(i));
   }
 }
 

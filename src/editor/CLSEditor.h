@@ -1,0 +1,222 @@
+#pragma once
+
+#include <cstdint>
+#include <set>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "controls/TextBox.h"
+#include "editor/ViewSettings.h"
+#include "editors/CLSClassControl.h"
+#include "platform/ComponentRegistry.h"
+#include "platform/Diagram.h"
+#include "platform/ErrorTrap.h"
+#include "platform/ToolBar.h"
+#include "repository/Association.h"
+#include "repository/CLSRepository.h"
+#include "repository/Class.h"
+
+namespace brisel::editor {
+
+/// The class-diagram editor: owns the canvas, the tool-bar control, the class pane, the in-place
+/// text box and the one CLSRepository through which every change of the model goes.
+///
+/// Every public method runs under the error trap: what fails is shown in a message box and an
+/// empty result comes back. Usable once `Repository` is set. Host objects (package, session,
+/// parent window) are held until terminate().
+class CLSEditor : public platform::Object {
+ public:
+  using Text = std::string_view;
+  using ObjectRef = platform::Ref<platform::Object>;
+  using ClassRef = platform::Ref<repository::Class>;
+  using AssociationRef = platform::Ref<repository::Association>;
+
+  explicit CLSEditor(platform::ComponentRegistry& registry);
+  ~CLSEditor() override;
+
+  // The system's members: properties.
+  [[nodiscard]] ObjectRef PackageObject() const { return m_packageObject; }
+  void PackageObject(platform::Object* package) { m_packageObject = package; }
+  [[nodiscard]] std::string RepositoryFileName() const { return m_repositoryFileName; }
+  void RepositoryFileName(Text name) { m_repositoryFileName = name; }
+  [[nodiscard]] std::string Path() const { return m_path; }
+  /// Also the class pane's.
+  void Path(Text path);
+  [[nodiscard]] ObjectRef UUIDGenerator() const { return m_generator; }
+  void UUIDGenerator(platform::Object* generator);
+  [[nodiscard]] platform::Ref<repository::CLSRepository> CLSRepository() const {
+    return m_repository;
+  }
+  [[nodiscard]] platform::Ref<platform::MetaRepository> Repository() const;
+  void Repository(platform::MetaRepository* repository);
+  [[nodiscard]] std::string ComponentName() const { return m_componentName; }
+  void ComponentName(Text name) { m_componentName = name; }
+  [[nodiscard]] ObjectRef Session() const { return m_session; }
+  void Session(platform::Object* session) { m_session = session; }
+  [[nodiscard]] ObjectRef ParentWindow() const { return m_parentWindow; }
+  void ParentWindow(platform::Object* window) { m_parentWindow = window; }
+
+  // Services.
+  void HourglassOn();
+  void HourglassOff();
+  void Help();
+  [[nodiscard]] platform::Ref<platform::DiagramControl> diagram() const { return m_diagram; }
+
+  // Filling the canvas and laying it out.
+  /// Draws the model on the empty canvas; call Clear first to draw anew.
+  void Populate();
+  /// "%HIERARCHY%" or one of the canvas's codes. A hierarchical layout that fails offers "MATRIX".
+  void Layout(Text style);
+  [[nodiscard]] platform::Ref<platform::Node> GetLayoutNode();
+  void Clear();
+
+  // Creation, deletion, modes.
+  void SelectMode();
+  void CreateMode();
+  [[nodiscard]] ClassRef GetClassFromNode(Text key);
+  [[nodiscard]] AssociationRef GetAssociationFromLink(Text key);
+  ClassRef CreateClass(Text id, Text name, Text intention, Text category, Text comment, Text scope);
+  /// The intention of relationships is accepted and not used.
+  AssociationRef CreateAssociation(Text id, Text name, Text intention, Text srcId, Text tgtId);
+  AssociationRef CreateAggregation(Text id, Text name, Text intention, Text srcId, Text tgtId,
+                                   bool isComposite);
+  /// `srcId` is the sub class, `tgtId` the super class.
+  AssociationRef CreateGeneralization(Text id, Text name, Text intention, Text srcId, Text tgtId);
+  /// Takes the class's relationships, stereotype link and geometry along.
+  void DeleteClass(Text key);
+
+  // Compartments, positions, data types.
+  /// Toggles "ViewAttributes", "ViewOperations" or "ViewParameters" and applies all three to every
+  /// drawn class. Another word toggles nothing.
+  void Compartments(Text compartment);
+  void SizeToFit(Text key);
+  /// Replaces the stored geometry of drawn classes and of all lines by the current one.
+  void AddPositions();
+  /// Makes sure that every class is also a data type of the same name.
+  void SynchronizeDataTypes();
+
+  // Files.
+  void OpenDiagram();
+  void SaveDiagram();
+
+  // The events raised to the host; the argument is the element's key unless noted.
+  platform::Event<std::string> ClassCreated, ClassDeleted, ClassMoved, ClassResized, ClassChanged;
+  platform::Event<std::string> ClassEnter, ClassLeave, ClassClicked, ClassRClicked;
+  platform::Event<std::string> AssocCreated;
+  platform::Event<std::string> AssocDeleted;  ///< declared for hosts, never raised, on purpose
+  platform::Event<std::string> AssocChanged, AssocEnter, AssocLeave, AssocClicked, AssocRClicked;
+  platform::Event<std::string> ToolbarButton;  ///< the button's key
+  platform::Event<int, int> DiagramScrolled;   ///< scrollX, scrollY
+  platform::Event<int, int> DiagramZoomed;     ///< zoomX, zoomY
+  platform::Event<std::string> PopupButton;    ///< the tool's key
+
+  // Ours.
+  [[nodiscard]] platform::Ref<platform::ToolBarControl> ActiveBar21() const { return m_activeBar; }
+  [[nodiscard]] platform::Ref<controls::TextBox> ClassName() const { return m_className; }
+  [[nodiscard]] platform::Ref<editors::CLSClassControl> CLSClassControl1() const {
+    return m_classControl;
+  }
+  /// The canvas fills the whole control; width and height in twips.
+  void Resize(double width, double height);
+  [[nodiscard]] platform::Rect diagramBounds() const { return m_diagramBounds; }
+  /// A key was released over the control or its tool bars: "F1" shows the help, others nothing.
+  void KeyUp(Text key);
+  /// Writes geometry and view settings into the model, as every save does before the export.
+  /// Errors pass to the caller.
+  void storeDiagram();
+  /// Draws another model in the place of the current one. Errors pass to the caller.
+  void showRepository(platform::MetaRepository& repository);
+  /// Unregisters from the host's component manager and lets go of everything of the host's.
+  void terminate() override;
+
+  [[nodiscard]] const platform::MemberTable& memberTable() const override;
+
+ private:
+  /// What a link that is made next becomes.
+  enum class RelationshipKind { association, composite, shared, generalization };
+  class Busy;
+
+  template <class Body>
+  auto trap(Text procedure, Body&& body) const {
+    return platform::trapped(m_registry.shell(), "CLSEditor", procedure, std::forward<Body>(body));
+  }
+
+  // Start-up and tear-down.
+  void initialize();
+  void configureCanvas();
+  void connectCanvas();
+  void passThrough();
+  void BuildPropertyBand();
+  void removeFromHost();
+  void callParentWindow(Text member);
+
+  // Populating.
+  void populate();
+  void ensureConventions();
+  void drawModel();
+  void drawClasses();
+  void drawRelationships(Text kind, Text sourceEnd, Text targetEnd);
+  void restoreAreas();
+  void placeBoxesWithoutArea(const std::set<std::string>& placed);
+  void restorePoints();
+  [[nodiscard]] bool IsClassShown(platform::Node& classNode);
+  [[nodiscard]] bool IsNodeShown(Text key) const;
+  void layoutHierarchically();
+  void SyncViewButtons();
+  void SyncCategoryButtons();
+
+  // Answers to the canvas.
+  void nodeCreated(const std::string& key);
+  void linkCreated(const std::string& key);
+  void bindClass(const std::string& key, platform::DiagramNode& box);
+  void bindRelationship(const std::string& key, platform::DiagramLink& line);
+  platform::Ref<platform::Node> makeRelationship(const std::string& key,
+                                                 const platform::DiagramLink& line);
+  void buttonClicked(const std::string& key);
+  void dispatchButton(const std::string& key);
+  void helpButton(const std::string& key);
+  void openButton(const std::string& key);
+  void saveButton(const std::string& key);
+  void compartmentButton(const std::string& key);
+  void relationshipButton(const std::string& key);
+  void alignButton(const std::string& key);
+  void toggleCategory(const std::string& key);
+
+  // Shared steps.
+  AssociationRef createLink(RelationshipKind kind, Text id, Text name, Text srcId, Text tgtId);
+  void showCompartments(repository::Class& shown) const;
+  void deleteRelationshipsOf(platform::Node& classNode);
+  void deleteGeometryOf(Text key);
+  void storeArea(platform::Node& classNode, const platform::Rect& bounds);
+  void storePositions();
+  void storePoints();
+  [[nodiscard]] platform::MetaRepository& model() const;
+
+  platform::ComponentRegistry& m_registry;
+  platform::Ref<platform::DiagramControl> m_diagram;
+  platform::Ref<platform::ToolBarControl> m_activeBar;
+  platform::Ref<controls::TextBox> m_className;
+  platform::Ref<editors::CLSClassControl> m_classControl;
+  platform::Ref<repository::CLSRepository> m_repository;
+  ObjectRef m_generator;
+  ViewSettings m_view;
+  std::vector<platform::Connection> m_connections;
+
+  std::string m_repositoryFileName;
+  std::string m_path;
+  std::string m_componentName;
+  ObjectRef m_packageObject;
+  ObjectRef m_session;
+  ObjectRef m_parentWindow;
+  platform::Rect m_diagramBounds;
+
+  RelationshipKind m_kind = RelationshipKind::association;
+  platform::Ref<platform::Node> m_drawn;  ///< while populating: the element being drawn
+  bool m_populating = false;
+  bool m_programmatic = false;
+  bool m_terminated = false;
+};
+
+}  // namespace brisel::editor

@@ -1,0 +1,94 @@
+// What the editor answers when something was made on the canvas or a button was clicked.
+
+#include "editor/CLSEditor.h"
+
+namespace brisel::editor {
+
+using platform::make;
+using platform::Ref;
+namespace types = platform::types;
+
+namespace {
+
+constexpr std::string_view kClassItem = "__Class";
+constexpr std::string_view kAssociationItem = "__Association";
+
+}  // namespace
+
+CLSEditor::ClassRef CLSEditor::GetClassFromNode(Text key) {
+  return trap("GetClassFromNode", [&]() -> ClassRef {
+    const auto box = m_diagram->getNode(key);
+    return box ? platform::as<repository::Class>(box->getItem(kClassItem)) : ClassRef();
+  });
+}
+
+CLSEditor::AssociationRef CLSEditor::GetAssociationFromLink(Text key) {
+  return trap("GetAssociationFromLink", [&]() -> AssociationRef {
+    const auto line = m_diagram->getLink(key);
+    return line ? platform::as<repository::Association>(line->getItem(kAssociationItem))
+                : AssociationRef();
+  });
+}
+
+void CLSEditor::nodeCreated(const std::string& key) {
+  const auto box = m_diagram->getNode(key);
+  if (!box) return;
+  try {
+    bindClass(key, *box);
+  } catch (...) {
+    m_diagram->deleteNode(key);  // a box without its class would be out of step with the model
+    throw;
+  }
+  ClassCreated(key);
+}
+
+void CLSEditor::bindClass(const std::string& key, platform::DiagramNode& box) {
+  const auto wrapper = make<repository::Class>();
+  wrapper->Node(&box);
+  wrapper->clsObject(m_populating ? m_drawn.get()
+                                  : m_repository->MakeClass("newClass", key, "", "", "", "").get());
+  box.setItem(kClassItem, wrapper.get());
+  showCompartments(*wrapper);
+}
+
+void CLSEditor::linkCreated(const std::string& key) {
+  const auto line = m_diagram->getLink(key);
+  if (!line) return;
+  try {
+    bindRelationship(key, *line);
+  } catch (...) {
+    m_diagram->deleteLink(key);
+    throw;
+  }
+  AssocCreated(key);
+}
+
+void CLSEditor::bindRelationship(const std::string& key, platform::DiagramLink& line) {
+  const auto wrapper = make<repository::Association>();
+  wrapper->clsObject((m_populating ? m_drawn : makeRelationship(key, line)).get());
+  wrapper->link(&line);
+  line.setItem(kAssociationItem, wrapper.get());
+  wrapper->Populate();
+}
+
+Ref<platform::Node> CLSEditor::makeRelationship(const std::string& key,
+                                                const platform::DiagramLink& line) {
+  const std::string source = line.source()->key();
+  const std::string target = line.target()->key();
+  if (m_kind == RelationshipKind::association) {
+    return m_repository->MakeAssociation("New Association", key, source, target);
+  }
+  if (m_kind == RelationshipKind::generalization) {
+    return m_repository->MakeGeneralization(key, target, source);
+  }
+  const auto made = m_repository->MakeAggregation("New Aggregation", key, source, target);
+  made->SetProperty("isComposite", m_kind == RelationshipKind::composite);
+  return made;
+}
+
+void CLSEditor::buttonClicked(const std::string& key) {
+  dispatchButton(key);
+  ToolbarButton(key);
+}
+
+}  // namespace brisel::editor

@@ -1,0 +1,141 @@
+// Creation and deletion by command, and the modes of the canvas.
+
+#include <array>
+
+#include "editor/Busy.h"
+#include "editor/CLSEditor.h"
+
+namespace brisel::editor {
+
+using platform::each;
+using platform::Ref;
+namespace types = platform::types;
+
+namespace {
+
+/// How the relationships of a kind end at a class, and how one is deleted.
+struct RelationshipRow {
+  std::string_view kind;
+  std::array<std::string_view, 2> ends;
+  void (repository::CLSRepository::*remove)(std::string_view);
+};
+
+constexpr std::array kRelationships = {
+    RelationshipRow{types::kAssociation,
+                    {types::kAssociationSource, types::kAssociationTarget},
+                    &repository::CLSRepository::DeleteAssociation},
+    RelationshipRow{types::kAggregation,
+                    {types::kAggregationSource, types::kAggregationTarget},
+                    &repository::CLSRepository::DeleteAggregation},
+    RelationshipRow{types::kGeneralization,
+                    {types::kGeneralizationSuper, types::kGeneralizationSub},
+                    &repository::CLSRepository::DeleteGeneralization},
+};
+
+}  // namespace
+
+void CLSEditor::SelectMode() {
+  trap("SelectMode", [this] { m_diagram->SelectMode(); });
+}
+
+void CLSEditor::CreateMode() {
+  trap("CreateMode", [this] { m_diagram->ClickCreateMode(); });
+}
+
+CLSEditor::ClassRef CLSEditor::CreateClass(Text id, Text name, Text intention, Text category,
+                                           Text comment, Text scope) {
+  return trap("CreateClass", [&]() -> ClassRef {
+    const Temporarily programmatic(m_programmatic, true);
+    if (!m_diagram->createNode(id, name, 0, 0, 3000, 2000, 2)) return {};
+    ClassRef made = GetClassFromNode(id);
+    if (!made) return {};
+    made->name(name);
+    const auto node = made->clsObject();
+    node->SetProperty("Description", intention);
+    node->SetProperty("category", category);
+    node->SetProperty("comment", comment);
+    node->SetProperty("scope", scope);
+    made->Populate();
+    return made;
+  });
+}
+
+CLSEditor::AssociationRef CLSEditor::CreateAssociation(Text id, Text name, Text, Text srcId,
+                                                       Text tgtId) {
+  return trap("CreateAssociation",
+              [&] { return createLink(RelationshipKind::association, id, name, srcId, tgtId); });
+}
+
+CLSEditor::AssociationRef CLSEditor::CreateAggregation(Text id, Text name, Text, Text srcId,
+                                                       Text tgtId, bool isComposite) {
+  return trap("CreateAggregation", [&] {
+    const auto kind = isComposite ? RelationshipKind::composite : RelationshipKind::shared;
+    return createLink(kind, id, name, srcId, tgtId);
+  });
+}
+
+CLSEditor::AssociationRef CLSEditor::CreateGeneralization(Text id, Text name, Text, Text srcId,
+                                                          Text tgtId) {
+  return trap("CreateGeneralization",
+              [&] { return createLink(RelationshipKind::generalization, id, name, srcId, tgtId); });
+}
+
+CLSEditor::AssociationRef CLSEditor::createLink(RelationshipKind kind, Text id, Text name,
+                                                Text srcId, Text tgtId) {
+  const Temporarily during(m_kind, kind);
+  const Temporarily programmatic(m_programmatic, true);
+  if (!m_diagram->createLink(id, name, srcId, tgtId)) return {};
+  AssociationRef made = GetAssociationFromLink(id);
+  if (made && !name.empty()) {
+    made->name(name);
+    made->Populate();
+  }
+  return made;
+}
+
+void CLSEditor::DeleteClass(Text key) {
+  trap("DeleteClass", [&] {
+    const std::string identifier(key);
+    const auto element = model().MetaNodes(types::kClass)->extension(identifier);
+    const auto classNode = platform::as<platform::Node>(element);
+    deleteRelationshipsOf(*classNode);
+    m_repository->SetStereotype(*classNode, nullptr);
+    deleteGeometryOf(identifier);
+    m_repository->DeleteClass(identifier);
+    m_diagram->deleteNode(identifier);
+  });
+}
+
+void CLSEditor::deleteRelationshipsOf(platform::Node& classNode) {
+  for (const RelationshipRow& row : kRelationships) {
+    const auto type = model().MetaNodes(row.kind);
+    for (const Text end : row.ends) {
+      for (auto& link : each<platform::Link>(classNode.Incoming(end)->copy())) {
+        const auto relationship = link.source();
+        const std::string identifier = relationship->identifier();
+        if (!type->find(identifier)) continue;  // of the class with itself, and gone already
+        const auto hasEnd = [&](Text one) { return relationship->outgoing(one)->Count() > 0; };
+        m_repository->SetStereotype(*relationship, nullptr);
+        if (hasEnd(row.ends[0]) && hasEnd(row.ends[1])) {
+          (*m_repository.*row.remove)(identifier);
+        } else {
+          m_repository->RemoveObject(row.kind, identifier);
+        }
+        deleteGeometryOf(identifier);
+      }
+    }
+  }
+}
+
+void CLSEditor::deleteGeometryOf(Text key) {
+  const auto removeAll = [&](Text type, Text owner) {
+    const auto extension = model().MetaNodes(type)->extension();
+    for (auto& record : each<platform::Node>(extension->copy())) {
+      if (record.GetProperty(owner).text() == key) extension->Remove(record.identifier(), false);
+    }
+  };
+  removeAll(types::kGeomArea, "NodeId");
+  removeAll(types::kGeomPoint, "linkId");
+}
+
+}  // namespace brisel::editor

@@ -1,0 +1,231 @@
+// Drawing the model on the canvas, and laying it out.
+
+#include <algorithm>
+#include <map>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "editor/Busy.h"
+#include "editor/CLSEditor.h"
+#include "platform/Shell.h"
+#include "repository/Positioner.h"
+
+namespace brisel::editor {
+
+using platform::each;
+using platform::Ref;
+namespace types = platform::types;
+
+namespace {
+
+constexpr std::string_view kHierarchy = "%HIERARCHY%";
+
+/// The class at an end of a relationship; nothing where the relationship lacks that end.
+Ref<platform::Node> endOf(const platform::Node& relationship, std::string_view linkType) {
+  const auto links = relationship.outgoing(linkType);
+  if (links->Count() == 0) return {};
+  return static_cast<platform::Link&>(*links->Item(1)).Target();
+}
+
+}  // namespace
+
+void CLSEditor::Populate() {
+  trap("Populate", [this] { populate(); });
+}
+
+void CLSEditor::populate() {
+  const Busy busy(*this);
+  ensureConventions();
+  m_view.load(*GetLayoutNode());
+  SyncViewButtons();
+  SyncCategoryButtons();
+  drawModel();
+  if (model().MetaNodes(types::kGeomArea)->extension()->Count() == 0) {
+    Compartments("ViewParameters");
+    Layout(kHierarchy);
+  }
+}
+
+void CLSEditor::ensureConventions() {
+  const auto isMissing = [this](Text type) {
+    return model().MetaNodes(type)->extension()->Count() == 0;
+  };
+  if (isMissing(types::kStereotype)) {
+    model().MakeNode(types::kStereotype, "<NONE>", m_repository->UUID());
+  }
+  if (isMissing(types::kLayout)) {
+    m_view.save(*model().MakeNode(types::kLayout, "Layout", m_repository->UUID()));
+  }
+}
+
+void CLSEditor::drawModel() {
+  const Temporarily populating(m_populating, true);
+  const Temporarily programmatic(m_programmatic, true);
+  const CanvasUpdate update(*m_diagram);
+  drawClasses();
+  drawRelationships(types::kAssociation, types::kAssociationSource, types::kAssociationTarget);
+  drawRelationships(types::kAggregation, types::kAggregationSource, types::kAggregationTarget);
+  drawRelationships(types::kGeneralization, types::kGeneralizationSub, types::kGeneralizationSuper);
+  restoreAreas();
+  restorePoints();
+}
+
+void CLSEditor::drawClasses() {
+  for (auto& shown : each<platform::Node>(model().MetaNodes(types::kClass)->extension())) {
+    if (!IsClassShown(shown)) continue;
+    const Temporarily drawn(m_drawn, Ref<platform::Node>(&shown));
+    m_diagram->createNode(shown.identifier(), shown.name(), 0, 0, 3000, 2000, 2);
+  }
+}
+
+void CLSEditor::drawRelationships(Text kind, Text sourceEnd, Text targetEnd) {
+  for (auto& relationship : each<platform::Node>(model().MetaNodes(kind)->extension())) {
+    const auto source = endOf(relationship, sourceEnd);
+    const auto target = endOf(relationship, targetEnd);
+    if (!source || !target) continue;
+    const std::string sourceKey = source->identifier();
+    const std::string targetKey = target->identifier();
+    if (!IsNodeShown(sourceKey) || !IsNodeShown(targetKey)) continue;
+    const Temporarily drawn(m_drawn, Ref<platform::Node>(&relationship));
+    m_diagram->createLink(relationship.identifier(), relationship.name(), sourceKey, targetKey);
+  }
+}
+
+void CLSEditor::restoreAreas() {
+  std::set<std::string> placed;
+  for (auto& area : each<platform::Node>(model().MetaNodes(types::kGeomArea)->extension())) {
+    std::string key = area.GetProperty("NodeId").text();
+    const auto box = m_diagram->getNode(key);
+    if (!box) continue;
+    box->fitToText(false);
+    box->bounds({area.GetProperty("left").number(), area.GetProperty("top").number(),
+                 area.GetProperty("Width").number(), area.GetProperty("height").number()});
+    placed.insert(std::move(key));
+  }
+  placeBoxesWithoutArea(placed);
+}
+
+/// Boxes that have no place yet (their category was hidden so far, or they were made behind the
+/// editor's back) stand in rows below all others, not on top of each other.
+void CLSEditor::placeBoxesWithoutArea(const std::set<std::string>& placed) {
+  if (placed.empty()) return;
+  constexpr double kGap = 600;
+  platform::Rect extent;
+  std::vector<Ref<platform::DiagramNode>> rest;
+  for (auto& box : each<platform::DiagramNode>(m_diagram->getAllNodes())) {
+    if (placed.contains(box.key())) {
+      extent = extent.united(box.bounds());
+    } else {
+      rest.emplace_back(&box);
+    }
+  }
+  platform::Point next{extent.left, extent.bottom() + kGap};
+  double rowHeight = 0;
+  for (const auto& box : rest) {
+    platform::Rect bounds = box->bounds();
+    if (next.x > extent.left && next.x + bounds.width > extent.right()) {
+      next = {extent.left, next.y + rowHeight + kGap};
+      rowHeight = 0;
+    }
+    bounds.left = next.x;
+    bounds.top = next.y;
+    box->bounds(bounds);
+    next.x += bounds.width + kGap;
+    rowHeight = std::max(rowHeight, bounds.height);
+  }
+}
+
+void CLSEditor::restorePoints() {
+  std::map<std::string, std::vector<std::pair<std::int64_t, platform::Node*>>> byLink;
+  const auto points = model().MetaNodes(types::kGeomPoint)->extension();
+  for (auto& point : each<platform::Node>(points)) {
+    byLink[point.GetProperty("linkId").text()].emplace_back(point.GetProperty("rank").integer(),
+                                                            &point);
+  }
+  repository::Positioner positioner;
+  for (auto& [key, ranked] : byLink) {
+    const AssociationRef association = GetAssociationFromLink(key);
+    if (!association) continue;
+    std::stable_sort(ranked.begin(), ranked.end(),
+                     [](const auto& a, const auto& b) { return a.first < b.first; });
+    for (const auto& [rank, point] : ranked) positioner.LoadPoint(*association, *point);
+  }
+}
+
+bool CLSEditor::IsClassShown(platform::Node& classNode) {
+  Ref<platform::Link> link;
+  const auto stereotype = m_repository->GetStereotype(classNode, link);
+  if (!stereotype) return true;
+  const std::string name = stereotype->name();
+  return !m_view.isCategory(name) || m_view.isShown(name);
+}
+
+bool CLSEditor::IsNodeShown(Text key) const { return static_cast<bool>(m_diagram->getNode(key)); }
+
+void CLSEditor::Layout(Text style) {
+  trap("Layout", [&] {
+    if (style == kHierarchy) {
+      layoutHierarchically();
+    } else {
+      m_diagram->Layout(style);
+    }
+  });
+}
+
+void CLSEditor::layoutHierarchically() {
+  try {
+    m_diagram->Layout(kHierarchy);
+    m_diagram->refresh();
+  } catch (const platform::Error&) {
+    const std::string answer = m_registry.shell().showMessage(
+        {"Brisel",
+         "There were some problems layouting this diagram due to its complexity. "
+         "To prevent further errors, \n"
+         "this diagram will be layouted in 'MATRIX' mode, if you want.",
+         {"OK", "Cancel"},
+         platform::MessageIcon::question});
+    if (answer == "OK") m_diagram->Layout("MATRIX");
+  }
+}
+
+Ref<platform::Node> CLSEditor::GetLayoutNode() {
+  return trap("GetLayoutNode", [this]() -> Ref<platform::Node> {
+    const auto layouts = model().MetaNodes(types::kLayout)->extension();
+    if (layouts->Count() == 0) return {};
+    return platform::as<platform::Node>(layouts->Item(1));
+  });
+}
+
+void CLSEditor::Clear() {
+  trap("Clear", [this] {
+    m_diagram->SelectMode();
+    m_diagram->Clear();
+    m_programmatic = false;
+  });
+}
+
+void CLSEditor::SyncViewButtons() {
+  const auto sync = [this](Text key, bool pressed) {
+    if (pressed) {
+      m_diagram->PressButton(key);
+    } else {
+      m_diagram->ReleaseButton(key);
+    }
+  };
+  sync("ViewAttributes", m_view.attributes());
+  sync("ViewOperations", m_view.operations());
+  sync("ViewParameters", m_view.parameters());
+}
+
+void CLSEditor::SyncCategoryButtons() {
+  for (const std::string& category : m_view.categories()) {
+    if (m_view.isShown(category)) {
+      m_diagram->PressButton(category);
+    } else {
+      m_diagram->ReleaseButton(category);
+    }
+  }
+}
+
+}  // namespace brisel::editor
