@@ -49,7 +49,8 @@ function(brisel_test name)
   endif()
   add_executable(test_${name} ${sources})
   target_include_directories(test_${name} PRIVATE ${CMAKE_SOURCE_DIR}/tests)
-  target_link_libraries(test_${name} PRIVATE brisel_warnings ${TEST_LINKS} GTest::gtest_main)
+  target_link_libraries(test_${name} PRIVATE brisel_warnings brisel_test_support ${TEST_LINKS}
+                                             GTest::gtest_main)
   target_compile_definitions(test_${name} PRIVATE BRISEL_SOURCE_DIR="${CMAKE_SOURCE_DIR}"
                                                   BRISEL_BINARY_DIR="${CMAKE_BINARY_DIR}")
   add_test(NAME ${name} COMMAND test_${name})

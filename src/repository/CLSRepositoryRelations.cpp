@@ -155,10 +155,13 @@ CLSRepository::NodeRef CLSRepository::MoveAssoc(Node& relationship, Node& first,
   const NodeRef old = &relationship;  // outlives its removal from the repository
   const EndWords& words = endWordsOf(old->Parent()->name());
   const std::string identifier = old->identifier();
+  LinkRef stereotypeLink;
+  const NodeRef stereotype = GetStereotype(*old, stereotypeLink);
   DeleteRelation(words.kind, identifier, words.first, words.second);
   NodeRef moved = MakeRelation(words.kind, old->name(), identifier, first.identifier(),
                                second.identifier(), words.first, words.second);
   CopyProperties(*old, *moved);
+  if (stereotype) SetStereotype(*moved, stereotype.get());
   return moved;
 }
 
