@@ -63,6 +63,7 @@ Parts partsOf(const Graph& graph, double loopRoom) {
     number[box] = c.nodes();
     c.boxes.push_back(box);
     c.width.push_back(graph.boxes[box].width);
+    c.room.push_back(0);
     c.height.push_back(graph.boxes[box].height);
   }
   for (int i = 0; i < count(graph.edges); ++i) {
@@ -73,6 +74,7 @@ Parts partsOf(const Graph& graph, double loopRoom) {
     int from = number[edge.source];
     int to = number[edge.target];
     if (from == to) {
+      c.room[from] += loopRoom;
       c.width[from] += loopRoom;
       continue;
     }

@@ -51,7 +51,8 @@ template <class Each>
 /// One connected component of the input, with nodes and arcs numbered from zero.
 struct Component {
   std::vector<int> boxes;      ///< index of each node's box in the input
-  std::vector<double> width;   ///< of each node, room for its loops included
+  std::vector<double> width;   ///< of each node, room for loops at the right included
+  std::vector<double> room;    ///< of each node, that room alone
   std::vector<double> height;  ///< of each node
   std::vector<Arc> arcs;
 

@@ -45,6 +45,10 @@ class Router {
     return first < 0 ? arc.from : first + bends(arc) - 1;
   }
 
+  [[nodiscard]] double boxMiddle(int node) const {
+    return m_placement.x[node] - m_component.room[node] / 2;
+  }
+
   void spreadPorts(bool bottom) {
     const Adjacency sides = makeAdjacency(m_component.nodes(), [&](auto&& add) {
       for (int i = 0; i < count(m_component.arcs); ++i) {
@@ -80,9 +84,9 @@ class Router {
         const bool drawn = !bottom && to == m_component.arcs[i].from;
         const double x = drawn ? m_start[i] : m_placement.x[to];
         const bool toMiddle = m_component.arcs[i].inheritance;
-        ports.push_back({toMiddle ? m_placement.x[node] : x, {i}});
+        ports.push_back({toMiddle ? boxMiddle(node) : x, {i}});
       } else if (seen++ == trunk.size() / 2) {
-        ports.push_back({m_placement.x[node], trunk});
+        ports.push_back({boxMiddle(node), trunk});
       }
     }
     return ports;
@@ -91,9 +95,9 @@ class Router {
   /// Each port as near to its wish as the order and a distance between ports allow.
   void placePorts(int node, std::vector<Port> ports, bool bottom) {
     if (ports.empty()) return;
-    const double half = m_component.width[node] / 2;
-    const double least = m_placement.x[node] - 0.9 * half;
-    const double most = m_placement.x[node] + 0.9 * half;
+    const double width = m_component.width[node] - m_component.room[node];
+    const double least = boxMiddle(node) - 0.45 * width;
+    const double most = boxMiddle(node) + 0.45 * width;
     const double step = std::min(m_gap / 2, (most - least) / count(ports));
     double bound = least;
     for (Port& port : ports) {

@@ -43,21 +43,21 @@ class Remover {
   /// Moves each overlapping pair apart along the shorter way; false when there was none.
   bool pushApart() {
     sortByLeft();
-    std::vector<Point> shift(m_positions.size());
+    m_shift.assign(m_positions.size(), {});
     bool any = false;
     for (int i = 0; i < count(m_order); ++i) {
       const int a = m_order[i];
       const double reach = m_positions[a].x + m_boxes[a].width + m_gap;
       const int last = std::min(count(m_order), i + 1 + kNeighbours);
       for (int j = i + 1; j < last && m_positions[m_order[j]].x < reach; ++j) {
-        any |= push(a, m_order[j], shift);
+        any |= push(a, m_order[j]);
       }
     }
-    for (std::size_t n = 0; n < shift.size(); ++n) m_positions[n] = m_positions[n] + shift[n];
+    for (std::size_t n = 0; n < m_shift.size(); ++n) m_positions[n] = m_positions[n] + m_shift[n];
     return any;
   }
 
-  bool push(int a, int b, std::vector<Point>& shift) const {
+  bool push(int a, int b) {
     constexpr double kShare = 0.55;
     const Point p = m_positions[a];
     const Point q = m_positions[b];
@@ -69,12 +69,12 @@ class Remover {
     if (std::min({right, left, down, up}) <= kTolerance * m_gap) return false;
     if (std::min(right, left) < std::min(down, up)) {
       const double by = (right <= left ? right : -left) * kShare;
-      shift[a].x -= by;
-      shift[b].x += by;
+      m_shift[a].x -= by;
+      m_shift[b].x += by;
     } else {
       const double by = (down <= up ? down : -up) * kShare;
-      shift[a].y -= by;
-      shift[b].y += by;
+      m_shift[a].y -= by;
+      m_shift[b].y += by;
     }
     return true;
   }
@@ -108,6 +108,7 @@ class Remover {
   double m_gap;
   std::vector<Point>& m_positions;
   std::vector<int> m_order;
+  std::vector<Point> m_shift;
 };
 
 }  // namespace
