@@ -7,12 +7,15 @@
 #include "platform/Geometry.h"
 
 /// Pure functions from a graph of boxes to positions and lines. Lengths are in any unit; the
-/// spacing is in the same. Equal input gives equal output.
+/// spacing is in the same. Equal input gives equal output. A negative or non-finite size counts as
+/// zero, one above kLargestSide as that; an edge to a box that is not there is an Error.
 namespace brisel::layout {
 
 using platform::Point;
 using platform::Rect;
 using platform::Size;
+
+inline constexpr double kLargestSide = 1e7;
 
 enum class EdgeKind { association, aggregation, generalization, realization };
 
@@ -34,14 +37,14 @@ struct Spacing {
 };
 
 struct Drawing {
-  std::vector<Point> positions;           ///< top left corner of each box
+  std::vector<Point> positions;           ///< top left corner of each box, none below zero
   std::vector<std::vector<Point>> lines;  ///< of each edge: from the border of the source box
                                           ///< over the bends to the border of the target box
 };
 
-/// Layered drawing: super classes above sub classes, no two boxes overlap.
+/// Layered drawing: super classes above sub classes, no two boxes overlap, lines run around boxes.
 [[nodiscard]] Drawing layered(const Graph& graph, const Spacing& spacing);
-/// Rows and columns in the order of the boxes. Lines are straight.
+/// Rows and columns, related boxes near each other. Lines are straight.
 [[nodiscard]] Drawing matrix(const Graph& graph, const Spacing& spacing);
 /// Random places without overlaps, the same for the same seed. Lines are straight.
 [[nodiscard]] Drawing random(const Graph& graph, const Spacing& spacing, std::uint64_t seed);

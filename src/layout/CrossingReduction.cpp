@@ -1,0 +1,179 @@
+#include "layout/CrossingReduction.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace brisel::layout {
+namespace {
+
+/// Counts inversions in the order in which the lines of one row end in the next.
+class BilayerCounter {
+ public:
+  std::int64_t count(const LayeredGraph& graph, int row) {
+    if (row + 1 >= layout::count(graph.rows)) return 0;
+    const int ends = layout::count(graph.rows[row + 1]);
+    int leaves = 1;
+    while (leaves < ends) leaves *= 2;
+    m_tree.assign(static_cast<std::size_t>(2) * leaves, 0);
+    std::int64_t crossed = 0;
+    for (const int node : graph.rows[row]) {
+      m_ends.clear();
+      for (const int below : graph.below.of(node)) m_ends.push_back(graph.position[below]);
+      std::sort(m_ends.begin(), m_ends.end());
+      for (const int end : m_ends) crossed += insert(leaves + end);
+    }
+    return crossed;
+  }
+
+ private:
+  /// Adds an end and gives the number of ends to its right.
+  std::int64_t insert(int slot) {
+    std::int64_t right = 0;
+    ++m_tree[slot];
+    while (slot > 1) {
+      if (slot % 2 == 0) right += m_tree[slot + 1];
+      slot /= 2;
+      ++m_tree[slot];
+    }
+    return right;
+  }
+
+  std::vector<int> m_tree;
+  std::vector<int> m_ends;
+};
+
+class Sweeper {
+ public:
+  explicit Sweeper(LayeredGraph& graph)
+      : m_graph(graph), m_key(graph.layer.size()), m_best(graph.rows) {}
+
+  void run() {
+    std::int64_t best = crossings(m_graph);
+    int idle = 0;
+    for (int sweep = 0; sweep < kMostSweeps && idle < kIdleSweeps && best > 0; ++sweep) {
+      sweepOnce(sweep % 2 == 0, sweep % 4 >= 2);
+      exchangeNeighbours();
+      const std::int64_t now = crossings(m_graph);
+      idle = now < best - best / 200 ? 0 : idle + 1;
+      if (now < best) {
+        best = now;
+        m_best = m_graph.rows;
+      }
+    }
+    m_graph.rows = m_best;
+    for (int row = 0; row < count(m_graph.rows); ++row) m_graph.numberRow(row);
+  }
+
+ private:
+  static constexpr int kMostSweeps = 60;
+  static constexpr int kIdleSweeps = 8;
+
+  void sweepOnce(bool down, bool turnTies) {
+    const int rows = count(m_graph.rows);
+    for (int k = 1; k < rows; ++k) {
+      const int row = down ? k : rows - 1 - k;
+      orderRow(row, down ? m_graph.above : m_graph.below, turnTies);
+    }
+  }
+
+  /// Sorts one row by the mean position of the neighbours in the fixed row; a node without any
+  /// stays at its place.
+  void orderRow(int row, const Adjacency& fixed, bool turnTies) {
+    auto& nodes = m_graph.rows[row];
+    m_sorted.clear();
+    for (const int node : nodes) {
+      const auto near = fixed.of(node);
+      if (near.empty()) continue;
+      double sum = 0;
+      for (const int other : near) sum += m_graph.position[other];
+      m_key[node] = sum / static_cast<double>(near.size());
+      m_sorted.push_back(node);
+    }
+    if (turnTies) std::reverse(m_sorted.begin(), m_sorted.end());
+    std::stable_sort(m_sorted.begin(), m_sorted.end(),
+                     [&](int a, int b) { return m_key[a] < m_key[b]; });
+    auto next = m_sorted.begin();
+    for (int& node : nodes) {
+      if (fixed.degree(node) > 0) node = *next++;
+    }
+    m_graph.numberRow(row);
+  }
+
+  void exchangeNeighbours() {
+    for (int round = 0; round < 4; ++round) {
+      bool any = false;
+      for (int row = 0; row < count(m_graph.rows); ++row) any |= exchangeInRow(row);
+      if (!any) break;
+    }
+  }
+
+  bool exchangeInRow(int row) {
+    auto& nodes = m_graph.rows[row];
+    bool any = false;
+    for (int i = 0; i + 1 < count(nodes); ++i) {
+      const int left = nodes[i];
+      const int right = nodes[i + 1];
+      if (gain(left, right) <= 0) continue;
+      std::swap(nodes[i], nodes[i + 1]);
+      m_graph.position[right] = i;
+      m_graph.position[left] = i + 1;
+      any = true;
+    }
+    return any;
+  }
+
+  /// Crossings saved when two neighbours change places.
+  std::int64_t gain(int left, int right) {
+    return gain(m_graph.above, left, right) + gain(m_graph.below, left, right);
+  }
+  std::int64_t gain(const Adjacency& side, int left, int right) {
+    const auto l = side.of(left);
+    const auto r = side.of(right);
+    if (l.empty() || r.empty()) return 0;
+    if (l.size() == 1 && r.size() == 1) {
+      const int a = m_graph.position[l[0]];
+      const int b = m_graph.position[r[0]];
+      return (a > b) - (a < b);
+    }
+    sortedPositions(l, m_left);
+    sortedPositions(r, m_right);
+    return inversions(m_left, m_right) - inversions(m_right, m_left);
+  }
+
+  void sortedPositions(std::span<const int> nodes, std::vector<int>& into) {
+    into.clear();
+    for (const int n : nodes) into.push_back(m_graph.position[n]);
+    std::sort(into.begin(), into.end());
+  }
+
+  /// Pairs of which the left one's end lies right of the right one's.
+  static std::int64_t inversions(const std::vector<int>& left, const std::vector<int>& right) {
+    std::int64_t pairs = 0;
+    std::size_t smaller = 0;
+    for (const int end : left) {
+      while (smaller < right.size() && right[smaller] < end) ++smaller;
+      pairs += static_cast<std::int64_t>(smaller);
+    }
+    return pairs;
+  }
+
+  LayeredGraph& m_graph;
+  std::vector<double> m_key;
+  std::vector<std::vector<int>> m_best;
+  std::vector<int> m_sorted;
+  std::vector<int> m_left;
+  std::vector<int> m_right;
+};
+
+}  // namespace
+
+std::int64_t crossings(const LayeredGraph& graph) {
+  BilayerCounter counter;
+  std::int64_t sum = 0;
+  for (int row = 0; row < count(graph.rows); ++row) sum += counter.count(graph, row);
+  return sum;
+}
+
+void reduceCrossings(LayeredGraph& graph) { Sweeper(graph).run(); }
+
+}  // namespace brisel::layout

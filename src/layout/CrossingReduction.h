@@ -1,0 +1,21 @@
+#pragma once
+
+#include <cstdint>
+
+#include "layout/LayerGraph.h"
+
+namespace brisel::layout {
+
+/// Crossings between the lines of all neighbouring rows.
+/// Barth, Juenger, Mutzel: Simple and efficient bilayer cross counting, 2002.
+[[nodiscard]] std::int64_t crossings(const LayeredGraph& graph);
+
+/// Orders the rows so that few lines cross.
+/// Pre: rows and positions are filled.
+/// Post: every row holds the same nodes as before; there are no more crossings than before.
+/// Sweeps by barycenters (Sugiyama, Tagawa, Toda: Methods for visual understanding of hierarchical
+/// system structures, 1981) with exchanges of neighbours that look at both sides, until several
+/// sweeps in a row gain less than a small share.
+void reduceCrossings(LayeredGraph& graph);
+
+}  // namespace brisel::layout

@@ -1,0 +1,149 @@
+#include <algorithm>
+#include <cmath>
+
+#include "layout/Components.h"
+#include "layout/CrossingReduction.h"
+#include "layout/CycleRemoval.h"
+#include "layout/Layering.h"
+#include "layout/LineRouting.h"
+#include "layout/LongLines.h"
+#include "layout/Packing.h"
+#include "layout/RowPlacement.h"
+#include "layout/StraightLines.h"
+
+namespace brisel::layout {
+namespace {
+
+/// The room that one loop needs beside its box.
+double loopRoom(const Spacing& spacing) { return spacing.node / 3; }
+
+/// Rows from the top down, each as high as its highest box.
+void stackRows(const Component& component, const LayeredGraph& graph, double gap,
+               Placement& placement) {
+  double top = 0;
+  for (const auto& row : graph.rows) {
+    double height = 0;
+    for (const int node : row) {
+      if (!graph.isBend(node)) height = std::max(height, component.height[node]);
+    }
+    placement.rowTop.push_back(top);
+    placement.rowBottom.push_back(top + height);
+    top += height + gap;
+  }
+}
+
+/// Draws one component from (0, 0) on into the drawing and gives its size.
+Size drawComponent(const Graph& input, Component& component, const Spacing& spacing,
+                   Drawing& drawing) {
+  removeCycles(component);
+  LayeredGraph graph = withBends(component, layersOf(component));
+  reduceCrossings(graph);
+
+  std::vector<double> width = component.width;
+  width.resize(graph.layer.size(), 0);
+  Placement placement;
+  placement.x = placeInRows(graph, width, {spacing.node, spacing.node / 2});
+  stackRows(component, graph, spacing.layer, placement);
+
+  auto lines = routeLines(component, graph, placement, spacing.node);
+  Size size{0, placement.rowBottom.back()};
+  for (int n = 0; n < component.nodes(); ++n) {
+    const double left = placement.x[n] - component.width[n] / 2;
+    drawing.positions[component.boxes[n]] = {left, placement.rowTop[graph.layer[n]]};
+    size.width = std::max(size.width, left + component.width[n]);
+  }
+  for (int i = 0; i < count(component.arcs); ++i) {
+    const Arc& arc = component.arcs[i];
+    for (const Point p : lines[i]) size.width = std::max(size.width, p.x);
+    if (input.edges[arc.edge].source != static_cast<std::size_t>(component.boxes[arc.from])) {
+      std::reverse(lines[i].begin(), lines[i].end());
+    }
+    drawing.lines[arc.edge] = std::move(lines[i]);
+  }
+  return size;
+}
+
+void moveComponent(const Component& component, Point by, Drawing& drawing) {
+  for (const int box : component.boxes) drawing.positions[box] = drawing.positions[box] + by;
+  for (const Arc& arc : component.arcs) {
+    for (Point& p : drawing.lines[arc.edge]) p = p + by;
+  }
+}
+
+/// Puts the boxes without lines in rows beside or below the rest, whichever wastes less.
+void placeAlone(const std::vector<int>& alone, std::vector<Size> sizes, Size rest,
+                const Spacing& spacing, Drawing& drawing) {
+  if (alone.empty()) return;
+  double area = 0;
+  for (const Size& size : sizes) area += (size.width + spacing.node) * (size.height + spacing.node);
+  const bool any = rest.height > 0;
+  struct Try {
+    double width;
+    Point at;
+  };
+  std::vector<Try> tries;
+  if (any) {
+    tries.push_back({rest.width, {0, rest.height + spacing.layer}});
+    for (const double share : {1.0, 1.15, 1.3}) {
+      tries.push_back({share * area / rest.height, {rest.width + spacing.layer, 0}});
+    }
+  } else {
+    for (double share = 0.7; share < 1.5; share += 0.05) {
+      tries.push_back({share * std::sqrt(area * spacing.aspect), {0, 0}});
+    }
+  }
+  double least = INFINITY;
+  for (const Try& t : tries) {
+    const std::vector<Point> places = shelved(sizes, spacing.node, t.width);
+    const Size block = extent(sizes, places);
+    const Size whole{std::max(rest.width, t.at.x + block.width),
+                     std::max(rest.height, t.at.y + block.height)};
+    if (waste(whole, spacing.aspect) >= least) continue;
+    least = waste(whole, spacing.aspect);
+    for (std::size_t i = 0; i < alone.size(); ++i) drawing.positions[alone[i]] = places[i] + t.at;
+  }
+}
+
+void drawLoops(const Graph& graph, double room, Drawing& drawing) {
+  std::vector<int> seen(graph.boxes.size(), 0);
+  for (std::size_t i = 0; i < graph.edges.size(); ++i) {
+    const std::size_t box = graph.edges[i].source;
+    if (box != graph.edges[i].target) continue;
+    const Point at = drawing.positions[box];
+    const Rect rect{at.x, at.y, graph.boxes[box].width, graph.boxes[box].height};
+    drawing.lines[i] = loop(rect, seen[box]++, room);
+  }
+}
+
+}  // namespace
+
+Drawing layered(const Graph& graph, const Spacing& wanted) {
+  const Graph input = checked(graph);
+  const Spacing spacing = checked(wanted);
+  const double room = loopRoom(spacing);
+  Drawing drawing;
+  drawing.positions.resize(input.boxes.size());
+  drawing.lines.resize(input.edges.size());
+  Parts parts = partsOf(input, room);
+
+  std::vector<Size> sizes;
+  for (Component& c : parts.components) sizes.push_back(drawComponent(input, c, spacing, drawing));
+  const std::vector<Point> places = packed(sizes, spacing.layer, spacing.aspect);
+  for (std::size_t i = 0; i < places.size(); ++i) {
+    moveComponent(parts.components[i], places[i], drawing);
+  }
+
+  std::vector<Size> alone;
+  for (const int box : parts.alone) alone.push_back(input.boxes[box]);
+  for (const Edge& edge : input.edges) {
+    if (edge.source != edge.target) continue;
+    const auto at = std::lower_bound(parts.alone.begin(), parts.alone.end(), edge.source);
+    if (at == parts.alone.end() || *at != static_cast<int>(edge.source)) continue;
+    alone[static_cast<std::size_t>(at - parts.alone.begin())].width += room;
+  }
+  placeAlone(parts.alone, alone, extent(sizes, places), spacing, drawing);
+  drawLoops(input, room, drawing);
+  return drawing;
+}
+
+}  // namespace brisel::layout

@@ -1,0 +1,114 @@
+#include <cmath>
+#include <functional>
+
+#include <gtest/gtest.h>
+
+#include "layout/Graphs.h"
+#include "layout/Layout.h"
+#include "platform/Error.h"
+
+namespace brisel::layout {
+namespace {
+
+const Spacing kSpacing{30, 50, 1.6};
+
+struct Style {
+  std::string name;
+  std::function<Drawing(const Graph&)> draw;
+};
+
+class EveryStyle : public testing::TestWithParam<Style> {};
+
+INSTANTIATE_TEST_SUITE_P(
+    Layout, EveryStyle,
+    testing::Values(Style{"layered", [](const Graph& g) { return layered(g, kSpacing); }},
+                    Style{"matrix", [](const Graph& g) { return matrix(g, kSpacing); }},
+                    Style{"random", [](const Graph& g) { return random(g, kSpacing, 7); }},
+                    Style{"spring", [](const Graph& g) { return spring(g, kSpacing); }}),
+    [](const auto& style) { return style.param.name; });
+
+TEST_P(EveryStyle, DrawsAnyGraphCleanAndAlikeTwice) {
+  auto graphs = test::usual();
+  for (auto& graph : test::hostile()) graphs.push_back(std::move(graph));
+  for (const auto& [name, graph] : graphs) {
+    SCOPED_TRACE(name);
+    const Drawing drawing = GetParam().draw(graph);
+    test::checkDrawing(graph, drawing);
+    EXPECT_TRUE(test::same(drawing, GetParam().draw(graph)));
+  }
+}
+
+TEST_P(EveryStyle, RefusesAnEdgeToABoxThatIsNotThere) {
+  for (const Edge edge : {Edge{0, 3}, Edge{3, 0}, Edge{0, static_cast<std::size_t>(-1)}}) {
+    Graph graph = test::isolated(3);
+    graph.edges = {{0, 1}, edge};
+    EXPECT_THROW(static_cast<void>(GetParam().draw(graph)), platform::Error);
+  }
+}
+
+TEST_P(EveryStyle, TakesSpacingsThatMakeNoSense) {
+  const Graph graph = test::classDiagram(30, 1);
+  for (const double odd : {0.0, -3.0, 1e300, static_cast<double>(NAN)}) {
+    SCOPED_TRACE(odd);
+    const Spacing spacing{odd, odd, odd};
+    test::checkDrawing(graph, layered(graph, spacing));
+    test::checkDrawing(graph, matrix(graph, spacing));
+    test::checkDrawing(graph, random(graph, spacing, 1));
+    test::checkDrawing(graph, spring(graph, spacing));
+  }
+}
+
+TEST(Layered, SuperClassesStandAboveTheirSubClasses) {
+  for (const auto& [name, graph] : test::usual()) {
+    SCOPED_TRACE(name);
+    const Drawing drawing = layered(graph, kSpacing);
+    for (const Edge& edge : graph.edges) {
+      if (edge.kind < EdgeKind::generalization) continue;
+      EXPECT_LT(drawing.positions[edge.target].y + graph.boxes[edge.target].height,
+                drawing.positions[edge.source].y);
+    }
+  }
+}
+
+TEST(Layered, NoLineRunsThroughAForeignBox) {
+  for (const auto& [name, graph] : test::usual()) {
+    SCOPED_TRACE(name);
+    EXPECT_EQ(test::linesThroughBoxes(graph, layered(graph, kSpacing)), 0);
+  }
+  const Graph several = test::severalBetweenTwo(300, 40);
+  EXPECT_EQ(test::linesThroughBoxes(several, layered(several, kSpacing)), 0);
+}
+
+TEST(Layered, LoopsAndLinesBetweenTheSameBoxesStayApart) {
+  const Graph graph = test::severalBetweenTwo(20, 10);
+  const Drawing drawing = layered(graph, kSpacing);
+  for (std::size_t i = 0; i < graph.edges.size(); ++i) {
+    for (std::size_t k = 0; k < i; ++k) {
+      EXPECT_NE(drawing.lines[i].front(), drawing.lines[k].front()) << i << " and " << k;
+    }
+  }
+}
+
+TEST(Random, AnotherSeedGivesAnotherDrawing) {
+  const Graph graph = test::classDiagram(20, 1);
+  EXPECT_FALSE(test::same(random(graph, kSpacing, 1), random(graph, kSpacing, 2)));
+}
+
+TEST(Spring, JoinedBoxesStandNearerThanOthers) {
+  const Graph graph = test::chain(40);
+  const Drawing drawing = spring(graph, kSpacing);
+  const auto distance = [&](std::size_t a, std::size_t b) {
+    const Point way = drawing.positions[a] - drawing.positions[b];
+    return std::hypot(way.x, way.y);
+  };
+  double joined = 0;
+  double all = 0;
+  for (std::size_t i = 1; i < 40; ++i) {
+    joined += distance(i - 1, i) / 39;
+    for (std::size_t k = 0; k < i; ++k) all += distance(i, k) / (40.0 * 39 / 2);
+  }
+  EXPECT_LT(joined * 3, all);
+}
+
+}  // namespace
+}  // namespace brisel::layout

@@ -1,0 +1,230 @@
+#include <algorithm>
+#include <limits>
+#include <numeric>
+
+#include <gtest/gtest.h>
+
+#include "layout/Components.h"
+#include "layout/CrossingReduction.h"
+#include "layout/CycleRemoval.h"
+#include "layout/Graphs.h"
+#include "layout/Layering.h"
+#include "layout/LongLines.h"
+#include "layout/NetworkSimplex.h"
+#include "layout/Numbers.h"
+#include "layout/RowPlacement.h"
+
+namespace brisel::layout {
+namespace {
+
+std::vector<Component> components() {
+  std::vector<Component> all;
+  auto graphs = test::usual();
+  for (auto& graph : test::hostile()) graphs.push_back(std::move(graph));
+  for (const auto& [name, graph] : graphs) {
+    Graph plain = graph;
+    for (Size& box : plain.boxes) box = {80, 60};
+    for (Component& c : partsOf(plain, 10).components) all.push_back(std::move(c));
+  }
+  return all;
+}
+
+/// True when every node can be taken before all those that its arcs lead to.
+bool isAcyclic(int nodes, const std::vector<Arc>& arcs) {
+  std::vector<int> open(nodes, 0);
+  const Adjacency below = makeAdjacency(nodes, [&](auto&& add) {
+    for (const Arc& arc : arcs) add(arc.from, arc.to);
+  });
+  for (const Arc& arc : arcs) ++open[arc.to];
+  std::vector<int> ready;
+  for (int n = 0; n < nodes; ++n) {
+    if (open[n] == 0) ready.push_back(n);
+  }
+  for (std::size_t next = 0; next < ready.size(); ++next) {
+    for (const int n : below.of(ready[next])) {
+      if (--open[n] == 0) ready.push_back(n);
+    }
+  }
+  return count(ready) == nodes;
+}
+
+TEST(CycleRemoval, LeavesNoCircleAndTurnsInheritanceOnlyWhereItMust) {
+  for (Component& c : components()) {
+    std::vector<Arc> inheritance;
+    std::copy_if(c.arcs.begin(), c.arcs.end(), std::back_inserter(inheritance),
+                 [](const Arc& arc) { return arc.inheritance; });
+    const bool inherits = isAcyclic(c.nodes(), inheritance);
+    removeCycles(c);
+    EXPECT_TRUE(isAcyclic(c.nodes(), c.arcs));
+    const auto turned = std::count_if(c.arcs.begin(), c.arcs.end(),
+                                      [](const Arc& a) { return a.inheritance && a.reversed; });
+    EXPECT_EQ(turned > 0, !inherits);
+  }
+}
+
+TEST(CycleRemoval, TurnsFewArcs) {
+  struct Case {
+    Graph graph;
+    int most;
+  };
+  Graph mixed = test::circle(10, EdgeKind::generalization);
+  mixed.edges[4].kind = EdgeKind::association;
+  for (auto& [graph, most] : {Case{test::circle(500, EdgeKind::association), 1}, Case{mixed, 1},
+                              Case{test::chain(100), 0}, Case{test::clique(30), 0}}) {
+    Component c = partsOf(graph, 10).components.at(0);
+    removeCycles(c);
+    EXPECT_LE(std::count_if(c.arcs.begin(), c.arcs.end(), [](const Arc& a) { return a.reversed; }),
+              most);
+  }
+}
+
+TEST(Layering, EveryArcLeadsDown) {
+  for (Component& c : components()) {
+    removeCycles(c);
+    const std::vector<int> layer = layersOf(c);
+    EXPECT_EQ(*std::min_element(layer.begin(), layer.end()), 0);
+    for (const Arc& arc : c.arcs) EXPECT_LT(layer[arc.from], layer[arc.to]);
+  }
+}
+
+std::int64_t cost(const std::vector<Constraint>& constraints, const std::vector<int>& value) {
+  std::int64_t sum = 0;
+  for (const Constraint& c : constraints) {
+    if (value[c.lower] - value[c.upper] < c.length) return std::numeric_limits<std::int64_t>::max();
+    sum += std::int64_t{c.weight} * (value[c.lower] - value[c.upper]);
+  }
+  return sum;
+}
+
+/// The least cost over all values up to "most".
+std::int64_t leastCost(int nodes, int most, const std::vector<Constraint>& constraints) {
+  std::vector<int> value(nodes, 0);
+  std::int64_t least = std::numeric_limits<std::int64_t>::max();
+  for (int n = 0; n < nodes;) {
+    least = std::min(least, cost(constraints, value));
+    for (n = 0; n < nodes && value[n] == most; ++n) value[n] = 0;
+    if (n < nodes) ++value[n];
+  }
+  return least;
+}
+
+TEST(NetworkSimplex, FindsTheLeastSumOfAll) {
+  Numbers numbers(5);
+  for (int round = 0; round < 60; ++round) {
+    constexpr int kNodes = 5;
+    std::vector<Constraint> constraints;
+    for (int lower = 1; lower < kNodes; ++lower) {
+      const auto some = [&](int n) { return static_cast<int>(numbers.next() % n); };
+      constraints.push_back({some(lower), lower, 1 + some(2), 1 + some(4)});
+      const int upper = some(lower);
+      constraints.push_back({upper, lower, 1, 1 + some(4)});
+    }
+    const std::vector<int> found = networkSimplex(kNodes, constraints, 1'000'000);
+    EXPECT_EQ(cost(constraints, found), leastCost(kNodes, 8, constraints));
+  }
+}
+
+LayeredGraph layeredGraph(Component& c) {
+  removeCycles(c);
+  return withBends(c, layersOf(c));
+}
+
+TEST(LongLines, AllLinesJoinNeighbouringRows) {
+  for (Component& c : components()) {
+    const LayeredGraph graph = layeredGraph(c);
+    std::vector<int> seen(graph.layer.size(), 0);
+    for (int row = 0; row < count(graph.rows); ++row) {
+      for (const int node : graph.rows[row]) {
+        ++seen[node];
+        EXPECT_EQ(graph.layer[node], row);
+        for (const int below : graph.below.of(node)) EXPECT_EQ(graph.layer[below], row + 1);
+      }
+    }
+    EXPECT_EQ(std::count(seen.begin(), seen.end(), 1), graph.nodes());
+    for (int n = graph.boxes; n < graph.nodes(); ++n) {
+      ASSERT_EQ(graph.above.degree(n), 1);
+      ASSERT_EQ(graph.below.degree(n), 1);
+    }
+  }
+}
+
+std::int64_t crossingsOneByOne(const LayeredGraph& graph) {
+  std::int64_t sum = 0;
+  for (const auto& row : graph.rows) {
+    for (const int left : row) {
+      for (const int right : row) {
+        if (graph.position[left] >= graph.position[right]) continue;
+        for (const int a : graph.below.of(left)) {
+          for (const int b : graph.below.of(right)) sum += graph.position[a] > graph.position[b];
+        }
+      }
+    }
+  }
+  return sum;
+}
+
+TEST(CrossingReduction, KeepsTheRowsAndNeverAddsCrossings) {
+  for (Component& c : components()) {
+    LayeredGraph graph = layeredGraph(c);
+    auto rows = graph.rows;
+    const std::int64_t before = crossings(graph);
+    if (graph.nodes() < 700) {
+      EXPECT_EQ(before, crossingsOneByOne(graph));
+    }
+    reduceCrossings(graph);
+    EXPECT_LE(crossings(graph), before);
+    for (int row = 0; row < count(rows); ++row) {
+      for (int i = 0; i < count(graph.rows[row]); ++i) {
+        ASSERT_EQ(graph.position[graph.rows[row][i]], i);
+      }
+      EXPECT_TRUE(std::is_permutation(rows[row].begin(), rows[row].end(), graph.rows[row].begin(),
+                                      graph.rows[row].end()) ||
+                  count(rows[row]) > 1000);
+    }
+  }
+}
+
+TEST(CrossingReduction, DrawsTreesWithoutCrossings) {
+  for (const std::uint64_t seed : {1, 2, 3, 4}) {
+    Numbers numbers(seed);
+    Graph tree = test::isolated(400);
+    for (std::size_t i = 1; i < 400; ++i) {
+      tree.edges.push_back({i, numbers.next() % i, EdgeKind::generalization});
+    }
+    Component c = partsOf(tree, 10).components.at(0);
+    LayeredGraph graph = layeredGraph(c);
+    reduceCrossings(graph);
+    EXPECT_EQ(crossings(graph), 0);
+  }
+}
+
+TEST(RowPlacement, NeighboursKeepOrderAndGap) {
+  for (Component& c : components()) {
+    LayeredGraph graph = layeredGraph(c);
+    reduceCrossings(graph);
+    std::vector<double> width = c.width;
+    width.resize(graph.layer.size(), 0);
+    const RowGaps gaps{30, 10};
+    const std::vector<double> x = placeInRows(graph, width, gaps);
+    for (const auto& row : graph.rows) {
+      for (int i = 0; i + 1 < count(row); ++i) {
+        const bool boxes = !graph.isBend(row[i]) && !graph.isBend(row[i + 1]);
+        const double between = x[row[i + 1]] - x[row[i]] - (width[row[i]] + width[row[i + 1]]) / 2;
+        ASSERT_GE(between, (boxes ? gaps.box : gaps.line) - 1e-6);
+      }
+    }
+  }
+}
+
+TEST(RowPlacement, SubClassesStandCentredUnderTheirSuperClass) {
+  for (const int leaves : {1, 2, 5, 8}) {
+    Component c = partsOf(test::star(leaves), 10).components.at(0);
+    LayeredGraph graph = layeredGraph(c);
+    const std::vector<double> x = placeInRows(graph, c.width, {30, 10});
+    const double middle = std::accumulate(x.begin() + 1, x.end(), 0.0) / leaves;
+    EXPECT_NEAR(x[0], middle, 1e-6) << leaves;
+  }
+}
+
+}  // namespace
+}  // namespace brisel::layout
