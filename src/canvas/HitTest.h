@@ -15,9 +15,10 @@ class Node;
 class Scene;
 class Viewport;
 
-/// What lies at a place of the canvas. Exactly one of `node` and `link` is set.
+/// What lies at a place of the canvas; the border of a line is the line itself. Exactly one of
+/// `node` and `link` is set.
 struct Hit {
-  enum class Part { title, row, border, handle, point, label, line };
+  enum class Part { title, row, border, handle, point, label };
 
   Node* node = nullptr;
   Link* link = nullptr;
@@ -25,7 +26,7 @@ struct Hit {
   Handle handle = Handle::topLeft;  ///< of a handle
   std::size_t section = 0;          ///< of a row
   std::size_t index = 0;            ///< of a row in its section; of a point in the line's points;
-                                    ///< of a line the segment that was hit
+                                    ///< of a line the segment hit
   std::string_view tag;             ///< of a row; lives as long as the row
 };
 

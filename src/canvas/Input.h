@@ -35,4 +35,6 @@ enum class CursorShape {
   pointing
 };
 
+[[nodiscard]] std::string_view nameOf(CursorShape shape);
+
 }  // namespace brisel::canvas

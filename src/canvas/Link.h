@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "canvas/Item.h"
+#include "canvas/LinkRoute.h"
 #include "canvas/Node.h"
 #include "platform/Diagram.h"
 
@@ -41,6 +42,8 @@ class Link : public platform::DiagramLink, public Item {
   void dashed(bool dashed) override;
   [[nodiscard]] platform::Ref<platform::DiagramPoints> ExtraPoints() const override;
   [[nodiscard]] bool marked() const { return isMarked(); }
+  /// The link itself: callers by name reach a line's points over one step more.
+  [[nodiscard]] platform::Ref<Link> self() const { return const_cast<Link*>(this); }
 
   [[nodiscard]] platform::DiagramItem& object() override { return *this; }
   [[nodiscard]] bool isLink() const override { return true; }
@@ -60,8 +63,6 @@ class Link : public platform::DiagramLink, public Item {
   /// flush with the left side.
   [[nodiscard]] platform::Rect beginTextArea() const;
   [[nodiscard]] platform::Rect endTextArea() const;
-  /// The three texts by line; all of them are in the section font.
-  [[nodiscard]] static std::vector<std::string_view> linesOf(std::string_view text);
 
   /// The points that are the line's own: no ends, nothing computed.
   [[nodiscard]] const std::vector<platform::Point>& bends() const { return m_bends; }
@@ -82,6 +83,7 @@ class Link : public platform::DiagramLink, public Item {
     platform::Rect label, beginText, endText, extent;
   };
   void geometryChanged();
+  void reattach(platform::Ref<Node>& end, platform::DiagramNode& node);
   [[nodiscard]] const Geometry& geometry() const;
 
   platform::Ref<Node> m_source;
@@ -94,6 +96,7 @@ class Link : public platform::DiagramLink, public Item {
   int m_beginArrow = 0;
   int m_endArrow = 0;
   bool m_dashed = false;
+  Rank m_rank;
   mutable bool m_stale = true;
   mutable Geometry m_geometry;
 };

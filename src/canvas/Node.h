@@ -91,12 +91,13 @@ class Node : public platform::DiagramNode, public Item {
   friend class Link;
   friend class Scene;
 
+  /// Title or rows are others: fits the box to them when it is to be fitted.
   void contentChanged();
-  void fit() const;
+  void place(const platform::Rect& bounds);
   [[nodiscard]] double titleHeight() const;
+  [[nodiscard]] double sectionTop(std::size_t number) const;
 
-  mutable platform::Rect m_bounds;
-  mutable bool m_fitStale = false;
+  platform::Rect m_bounds;
   bool m_fits = false;
   int m_titleColumns = 0;
   int m_titleLineCount = 1;

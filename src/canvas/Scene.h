@@ -62,6 +62,9 @@ class Scene {
   void textFont(Font font);
   void backColor(std::int64_t color);
 
+  /// The items whose extent touches the area, in no particular order.
+  void collect(const platform::Rect& area, std::vector<Item*>& found) const;
+
   /// Nothing when the key is in use.
   Node* addNode(platform::Ref<Node> node);
   Link* addLink(platform::Ref<Link> link);
@@ -70,6 +73,21 @@ class Scene {
   void remove(Link& link);
 
   void beginUpdate() { ++m_updates; }
+  /// Gathers changes while it lives.
+  class Update {
+   public:
+    explicit Update(Scene* scene) : m_scene(scene) {
+      if (m_scene) m_scene->beginUpdate();
+    }
+    ~Update() {
+      if (m_scene) m_scene->endUpdate();
+    }
+    Update(const Update&) = delete;
+    Update& operator=(const Update&) = delete;
+
+   private:
+    Scene* m_scene;
+  };
   /// An endUpdate without its begin does nothing.
   void endUpdate();
   /// Everything is to be painted again.
@@ -86,7 +104,10 @@ class Scene {
   void touched(Item& item);
   void settle() const;
   void tell();
+  void fontsChanged();
+  void adopt(Item& item);
   void forget(Item& item);
+  static void addDamage(std::vector<platform::Rect>& damage, const platform::Rect& area);
 
   /// The links that join two boxes, in either direction, in the order of their creation.
   struct Pair {
@@ -97,15 +118,13 @@ class Scene {
   struct PairHash {
     std::size_t operator()(const Pair& pair) const;
   };
-  static Pair pairOf(const Link& link);
-  void joinPair(Link& link);
-  void leavePair(Link& link);
-  /// Which of how many straight lines between its two boxes the link is.
-  struct Rank {
-    std::size_t index;
-    std::size_t count;
-  };
-  [[nodiscard]] Rank rankOf(const Link& link) const;
+  [[nodiscard]] static Pair pairOf(const Link& link);
+  /// Enters the link at both of its boxes and in their pair; or takes it out of there.
+  void attach(Link& link);
+  void detach(Link& link);
+  static void attachEnd(Link& link, bool atSource);
+  static void detachEnd(Link& link, bool atSource);
+  /// The bends or the company of a link changed: straight lines of the pair spread anew.
   void pairChanged(const Link& link);
 
   ItemList<Node> m_nodes;

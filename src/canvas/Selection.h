@@ -24,7 +24,8 @@ class Selection {
   [[nodiscard]] std::size_t size() const { return m_selected.size(); }
 
   void select(Item& item, bool selected);
-  /// Exactly this one.
+  /// Exactly these, in this order; all of them stand in the scene.
+  void set(const std::vector<Item*>& items);
   void selectOnly(Item& item);
   void selectAll();
   /// True when something was selected.
@@ -32,8 +33,8 @@ class Selection {
 
   void mark(Item& item);
   bool clearMarks();
-  [[nodiscard]] std::vector<Item*> selectedItems() const { return m_selected; }
-  [[nodiscard]] std::vector<Item*> markedItems() const { return m_marked; }
+  [[nodiscard]] const std::vector<Item*>& selectedItems() const { return m_selected; }
+  [[nodiscard]] const std::vector<Item*>& markedItems() const { return m_marked; }
 
   /// The item leaves the canvas.
   void forget(Item& item);

@@ -46,6 +46,8 @@ class Viewport {
   platform::Event<> SizeChanged;
 
  private:
+  [[nodiscard]] platform::Point onPixel(platform::Point twips) const;
+
   double m_zoom = 100;
   platform::Point m_scroll;
   platform::Size m_size{800, 600};
