@@ -120,7 +120,7 @@ void Scene::remove(Node& node) {
 void Scene::remove(Link& link) {
   const Ref<Link> kept(&link);
   const Update update(this);
-  link.geometry();  // what it answers from now on
+  static_cast<void>(link.points());  // what it answers from now on
   detach(link);
   m_linkByKey.erase(link.itemKey());
   m_links.remove(link);
