@@ -1,0 +1,216 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "canvas/ButtonBar.h"
+#include "canvas/HitTest.h"
+#include "canvas/Input.h"
+#include "canvas/Scene.h"
+#include "canvas/Selection.h"
+#include "canvas/Viewport.h"
+#include "platform/Diagram.h"
+
+namespace brisel::platform {
+class ComponentRegistry;
+}
+
+namespace brisel::canvas {
+
+class Interaction;
+
+/// The settings that a host reaches as the underlying diagram.
+class DiagramSettings : public platform::Object {
+ public:
+  explicit DiagramSettings(class DiagramControl& control) : m_control(&control) {}
+
+  /// Whether a link can be drawn by hand from box to box.
+  [[nodiscard]] bool CanDrawLink() const { return m_canDrawLink; }
+  void CanDrawLink(bool can) { m_canDrawLink = can; }
+  /// As the control's `Layout`; empty stands for "%HIERARCHY%". An Error when the layout fails, and
+  /// (objectMissing) when the control is gone.
+  void Layout(std::string_view code);
+
+  [[nodiscard]] const platform::MemberTable& memberTable() const override;
+
+ private:
+  friend class DiagramControl;
+  class DiagramControl* m_control;
+  bool m_canDrawLink = true;
+};
+
+/// The diagram control: a scene, the view onto it, what is selected, a tool bar of its own, and
+/// what a person's hand does with them. Knows no toolkit: a view paints it, feeds it pointer and
+/// keys, and follows its events.
+class DiagramControl : public platform::DiagramControl {
+ public:
+  explicit DiagramControl(platform::ComponentRegistry& registry);
+  ~DiagramControl() override;
+
+  void ShowToolbar(bool show) override;
+  /// A picture for later use by name: name, file.
+  void AddImage(std::string_view name, std::string_view file);
+  void AddButton(std::string_view key, std::string_view caption, std::string_view tooltip,
+                 std::string_view icon, bool enabled) override;
+  /// The buttons that the canvas itself answers: select, zoom, print, copy, layouts.
+  void AddStandardButtons();
+  void PressButton(std::string_view key) override;
+  void ReleaseButton(std::string_view key) override;
+  /// A person's click: raises ToolbarButton first, then does what the canvas has for the key. An
+  /// unknown or disabled button does nothing.
+  void ClickButton(std::string_view key);
+  /// Each with key, caption, tooltip, icon, enabled, pressed.
+  [[nodiscard]] platform::Ref<platform::Collection> Buttons() const;
+
+  void SetNewNodeSize(double width, double height) override;
+  [[nodiscard]] std::int64_t BackColor() const;
+  void BackColor(std::int64_t rgb) override;
+  void LabelFont(std::string_view name, double size) override;
+  void SectionFont(std::string_view name, double size) override;
+  [[nodiscard]] platform::Ref<platform::Object> UUIDGenerator() const { return m_generator; }
+  void UUIDGenerator(platform::Object* generator) override;
+  void SelectMode() override;
+  /// A click on empty canvas creates a node.
+  void ClickCreateMode() override;
+  /// A rectangle drawn on empty canvas creates a node.
+  void DrawCreateMode();
+  void Clear() override;
+  void refresh() override;
+  void Layout(std::string_view code) override;
+  platform::Ref<platform::Object> GetDiagram() override;
+  /// The view's native window, as the view told it; 0 without a view.
+  [[nodiscard]] std::int64_t GetDiagramHandle() const { return m_handle; }
+
+  bool createNode(std::string_view key, std::string_view text, double left, double top,
+                  double width, double height, std::int64_t style) override;
+  bool createLink(std::string_view key, std::string_view text, std::string_view source,
+                  std::string_view target) override;
+  [[nodiscard]] platform::Ref<platform::DiagramNode> getNode(std::string_view key) override;
+  [[nodiscard]] platform::Ref<platform::DiagramLink> getLink(std::string_view key) override;
+  bool deleteNode(const platform::Value& keyOrNode) override;
+  bool deleteLink(const platform::Value& keyOrLink) override;
+  /// True when there was something to delete; so too for marked ones.
+  bool deleteSelectedItems();
+  bool deleteMarkedItems();
+  [[nodiscard]] platform::Ref<platform::Collection> getAllNodes() override;
+  [[nodiscard]] platform::Ref<platform::Collection> getAllLinks() override;
+  [[nodiscard]] platform::Ref<platform::Collection> getSelectedNodes() override;
+  [[nodiscard]] platform::Ref<platform::Collection> getSelectedLinks() override;
+  /// Of a node or its key, in the order of creation; empty for what is not on the canvas.
+  [[nodiscard]] platform::Ref<platform::Collection> getIncomingLinks(const platform::Value& node);
+  [[nodiscard]] platform::Ref<platform::Collection> getOutgoingLinks(const platform::Value& node);
+  /// Adds the item, given itself or by its key, to the selection; false for an unknown one.
+  bool selNode(const platform::Value& node);
+  bool selLink(const platform::Value& link);
+  /// True when something was selected.
+  bool unselectAll();
+  bool markNode(const platform::Value& node);
+  bool markLink(const platform::Value& link);
+  bool unmarkAll();
+
+  void beginUpdate() override;
+  void endUpdate() override;
+
+  /// Names of pictures for nodes and links; kept for hosts, "TEXT" and empty show none.
+  [[nodiscard]] std::string nodePicture() const { return m_nodePicture; }
+  void nodePicture(std::string_view name) { m_nodePicture = name; }
+  [[nodiscard]] std::string linkPicture() const { return m_linkPicture; }
+  void linkPicture(std::string_view name) { m_linkPicture = name; }
+  [[nodiscard]] std::string linkBeginPicture() const { return m_linkBeginPicture; }
+  void linkBeginPicture(std::string_view name) { m_linkBeginPicture = name; }
+  [[nodiscard]] std::string linkEndPicture() const { return m_linkEndPicture; }
+  void linkEndPicture(std::string_view name) { m_linkEndPicture = name; }
+  /// How many sections a new node gets, as decimal digits: "0" to "16", an Error else.
+  [[nodiscard]] std::string nodeNumberOfSections() const;
+  void nodeNumberOfSections(std::string_view number);
+  /// The decorations of new links (platform::Arrow).
+  [[nodiscard]] int linkBeginArrow() const { return m_linkBeginArrow; }
+  void linkBeginArrow(int code) { m_linkBeginArrow = code; }
+  [[nodiscard]] int linkEndArrow() const { return m_linkEndArrow; }
+  void linkEndArrow(int code) { m_linkEndArrow = code; }
+  /// Width and height in twips of the node that a link drawn to empty canvas ends at.
+  [[nodiscard]] int linkNodeCX() const { return m_linkNodeCX; }
+  void linkNodeCX(int width) { m_linkNodeCX = width; }
+  [[nodiscard]] int linkNodeCY() const { return m_linkNodeCY; }
+  void linkNodeCY(int height) { m_linkNodeCY = height; }
+  [[nodiscard]] bool ShowGrid() const { return m_showGrid; }
+  void ShowGrid(bool show);
+
+  /// Percent.
+  [[nodiscard]] double getZoom() const { return m_viewport.zoom(); }
+  void zoom(double percent) { m_viewport.zoomTo(percent); }
+  void noZoom() { m_viewport.zoomTo(100); }
+  /// A length in pixels of the view as twips of the canvas, at the current zoom.
+  [[nodiscard]] double TransformExtent(double pixels) const { return m_viewport.toTwips(pixels); }
+  /// Of a node the middle of its box, of a link the middle of its line: an object with x and y;
+  /// nothing for what is no item.
+  [[nodiscard]] platform::Ref<platform::Object> GetCenter(const platform::Value& item);
+  /// The node at a point (an object with x and y in twips), or at the pointer for empty; or
+  /// nothing.
+  [[nodiscard]] platform::Ref<platform::DiagramNode> GetHitNode(const platform::Value& point);
+  void CopyToClipboard();
+  /// Asks the view to print, or with true to show the preview.
+  void PrintDiagram(bool preview);
+
+  // A person's input, in twips of the canvas; buttons and modifiers by name (Input.h).
+  void PointerMove(double x, double y);
+  void PointerPress(double x, double y, std::string_view button, std::string_view modifiers);
+  void PointerRelease(double x, double y, std::string_view button, std::string_view modifiers);
+  void PointerDoubleClick(double x, double y);
+  void Wheel(double x, double y, double steps, std::string_view modifiers);
+  void KeyPress(std::string_view key, std::string_view modifiers);
+  /// Ends panning by the space bar; a key that the canvas has no use for is told by KeyReleased.
+  void KeyRelease(std::string_view key, std::string_view modifiers);
+  /// Nothing, or an object with `item`, `part` and `tag`.
+  [[nodiscard]] platform::Ref<platform::Object> HitTest(double x, double y);
+  /// Name of the CursorShape that the view should show.
+  [[nodiscard]] std::string Cursor() const;
+
+  // For views and for painting.
+  [[nodiscard]] const Scene& scene() const { return m_scene; }
+  [[nodiscard]] Scene& scene() { return m_scene; }
+  [[nodiscard]] const Viewport& viewport() const { return m_viewport; }
+  [[nodiscard]] Viewport& viewport() { return m_viewport; }
+  [[nodiscard]] const ButtonBar& buttonBar() const { return m_buttonBar; }
+  [[nodiscard]] const Selection& selection() const { return m_scene.selection(); }
+  [[nodiscard]] Selection& selection() { return m_scene.selection(); }
+  [[nodiscard]] CursorShape cursor() const;
+  /// The rectangle that is being drawn to select what lies in it; damage is told of it as of items.
+  [[nodiscard]] std::optional<platform::Rect> rubberBand() const;
+  void windowHandle(std::int64_t handle) { m_handle = handle; }
+  /// Painting gives here what makes an SVG of the scene; without it CopyToClipboard does nothing.
+  std::function<std::string(const Scene&)> pictureMaker;
+
+  platform::Event<> CursorChanged;
+  /// The view prints, or with true shows the preview.
+  platform::Event<bool> PrintRequested;
+
+  [[nodiscard]] const platform::MemberTable& memberTable() const override;
+
+ private:
+  [[nodiscard]] Node* nodeOf(const platform::Value& keyOrNode) const;
+  [[nodiscard]] Link* linkOf(const platform::Value& keyOrLink) const;
+
+  platform::ComponentRegistry& m_registry;
+  Scene m_scene;
+  Viewport m_viewport;
+  ButtonBar m_buttonBar;
+  std::unique_ptr<Interaction> m_interaction;
+  platform::Ref<DiagramSettings> m_settings;
+  platform::Ref<platform::Object> m_generator;
+  platform::Size m_newNodeSize{3000, 1500};
+  std::size_t m_sections = 2;
+  std::string m_nodePicture, m_linkPicture, m_linkBeginPicture, m_linkEndPicture;
+  int m_linkBeginArrow = 0;
+  int m_linkEndArrow = 0;
+  int m_linkNodeCX = 3000;
+  int m_linkNodeCY = 1500;
+  bool m_showGrid = false;
+  std::int64_t m_handle = 0;
+};
+
+}  // namespace brisel::canvas

@@ -1,0 +1,41 @@
+#include "canvas/Handles.h"
+
+#include <algorithm>
+
+namespace brisel::canvas {
+
+using platform::Point;
+using platform::Rect;
+using platform::Size;
+
+std::array<Point, kHandleCount> handlesOf(const Rect& box) {
+  const Point middle = box.center();
+  return {{{box.left, box.top},
+           {middle.x, box.top},
+           {box.right(), box.top},
+           {box.right(), middle.y},
+           {box.right(), box.bottom()},
+           {middle.x, box.bottom()},
+           {box.left, box.bottom()},
+           {box.left, middle.y}}};
+}
+
+Rect pulled(const Rect& box, Handle handle, Point to, Size smallest) {
+  const bool left =
+      handle == Handle::topLeft || handle == Handle::left || handle == Handle::bottomLeft;
+  const bool right =
+      handle == Handle::topRight || handle == Handle::right || handle == Handle::bottomRight;
+  const bool top = handle == Handle::topLeft || handle == Handle::top || handle == Handle::topRight;
+  const bool bottom =
+      handle == Handle::bottomLeft || handle == Handle::bottom || handle == Handle::bottomRight;
+  // A box that is smaller already may stay so, but does not shrink.
+  const double width = std::min(smallest.width, box.width);
+  const double height = std::min(smallest.height, box.height);
+  const double newLeft = left ? std::min(to.x, box.right() - width) : box.left;
+  const double newTop = top ? std::min(to.y, box.bottom() - height) : box.top;
+  const double newRight = right ? std::max(to.x, box.left + width) : box.right();
+  const double newBottom = bottom ? std::max(to.y, box.top + height) : box.bottom();
+  return {newLeft, newTop, newRight - newLeft, newBottom - newTop};
+}
+
+}  // namespace brisel::canvas

@@ -1,0 +1,55 @@
+#include "canvas/Input.h"
+
+#include "platform/Text.h"
+
+namespace brisel::canvas {
+
+using platform::equalsIgnoringCase;
+
+PointerButton buttonNamed(std::string_view name) {
+  if (equalsIgnoringCase(name, "left")) return PointerButton::left;
+  if (equalsIgnoringCase(name, "middle")) return PointerButton::middle;
+  if (equalsIgnoringCase(name, "right")) return PointerButton::right;
+  return PointerButton::none;
+}
+
+Modifiers modifiersNamed(std::string_view names) {
+  Modifiers modifiers;
+  while (!names.empty()) {
+    const std::size_t end = names.find('+');
+    const std::string_view name = names.substr(0, end);
+    modifiers.ctrl |= equalsIgnoringCase(name, "ctrl");
+    modifiers.shift |= equalsIgnoringCase(name, "shift");
+    modifiers.alt |= equalsIgnoringCase(name, "alt");
+    names.remove_prefix(end == std::string_view::npos ? names.size() : end + 1);
+  }
+  return modifiers;
+}
+
+std::string_view nameOf(CursorShape shape) {
+  switch (shape) {
+    case CursorShape::arrow:
+      return "arrow";
+    case CursorShape::cross:
+      return "cross";
+    case CursorShape::move:
+      return "move";
+    case CursorShape::sizeNwSe:
+      return "sizeNwSe";
+    case CursorShape::sizeNeSw:
+      return "sizeNeSw";
+    case CursorShape::sizeHorizontal:
+      return "sizeHorizontal";
+    case CursorShape::sizeVertical:
+      return "sizeVertical";
+    case CursorShape::openHand:
+      return "openHand";
+    case CursorShape::closedHand:
+      return "closedHand";
+    case CursorShape::pointing:
+      return "pointing";
+  }
+  return "arrow";
+}
+
+}  // namespace brisel::canvas

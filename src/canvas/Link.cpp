@@ -1,0 +1,227 @@
+#include "canvas/Link.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "canvas/Points.h"
+#include "canvas/Scene.h"
+#include "platform/Error.h"
+#include "platform/MemberTableOf.h"
+
+namespace brisel::canvas {
+
+using platform::Error;
+using platform::ErrorNumber;
+using platform::MemberTable;
+using platform::MemberTableOf;
+using platform::Object;
+using platform::Point;
+using platform::Rect;
+using platform::Ref;
+
+namespace {
+
+constexpr double kReach = 2147483647;
+
+void checkReach(Point p) {
+  if (!(std::abs(p.x) <= kReach && std::abs(p.y) <= kReach)) {
+    throw Error(ErrorNumber::invalidCall, "Point of a link out of reach");
+  }
+}
+
+void checkIndex(std::size_t index, std::size_t count) {
+  if (index < count) return;
+  throw Error(ErrorNumber::subscript,
+              "No bend " + std::to_string(index) + " in a link of " + std::to_string(count));
+}
+
+const Font& fontOf(const Scene* scene) {
+  static const Font kNone{"Courier New", 10};
+  return scene ? scene->textFont() : kNone;
+}
+
+}  // namespace
+
+Link::Link(std::string_view key, std::string_view text, Node& source, Node& target)
+    : m_source(&source), m_target(&target) {
+  m_key = key;
+  m_text = text;
+}
+
+Link::~Link() = default;
+
+void Link::text(std::string_view text) {
+  if (text == m_text) return;
+  m_text = text;
+  geometryChanged();
+}
+
+void Link::selected(bool selected) {
+  if (scene()) scene()->selection().select(*this, selected);
+}
+
+Ref<Object> Link::getItem(std::string_view name) const { return stored(name); }
+
+void Link::setItem(std::string_view name, Object* object) { store(name, object); }
+
+void Link::reattachSource(platform::DiagramNode& node) { reattach(m_source, node); }
+
+void Link::reattachTarget(platform::DiagramNode& node) { reattach(m_target, node); }
+
+void Link::reattach(Ref<Node>& end, platform::DiagramNode& node) {
+  auto* box = dynamic_cast<Node*>(&node);
+  if (!box || box->scene() != scene()) {
+    throw Error(ErrorNumber::invalidCall, "A link can only end at a node of its own canvas");
+  }
+  if (end == box) return;
+  if (!scene()) {
+    end = box;
+    geometryChanged();
+    return;
+  }
+  const Scene::Update update(scene());
+  const Ref<Link> self(this);
+  scene()->detach(*this);
+  end = box;
+  scene()->attach(*this);
+  geometryChanged();
+}
+
+void Link::beginArrow(int code) {
+  if (code == m_beginArrow) return;
+  m_beginArrow = code;
+  geometryChanged();
+}
+
+void Link::endArrow(int code) {
+  if (code == m_endArrow) return;
+  m_endArrow = code;
+  geometryChanged();
+}
+
+void Link::beginText(std::string_view text) {
+  if (text == m_beginText) return;
+  m_beginText = text;
+  geometryChanged();
+}
+
+void Link::endText(std::string_view text) {
+  if (text == m_endText) return;
+  m_endText = text;
+  geometryChanged();
+}
+
+void Link::dashed(bool dashed) {
+  if (dashed == m_dashed) return;
+  m_dashed = dashed;
+  geometryChanged();
+}
+
+Ref<platform::DiagramPoints> Link::ExtraPoints() const {
+  return platform::make<LinkPoints>(self());
+}
+
+Rect Link::extent() const { return geometry().extent; }
+
+const std::vector<Point>& Link::points() const { return geometry().points; }
+
+Rect Link::labelArea() const { return geometry().label; }
+
+Rect Link::beginTextArea() const { return geometry().beginText; }
+
+Rect Link::endTextArea() const { return geometry().endText; }
+
+void Link::bends(std::vector<Point> bends) {
+  for (const Point bend : bends) checkReach(bend);
+  if (bends == m_bends) return;
+  const Scene::Update update(scene());
+  const bool straightened = bends.empty() != m_bends.empty();
+  m_bends = std::move(bends);
+  if (straightened && scene()) scene()->pairChanged(*this);
+  geometryChanged();
+}
+
+void Link::insertBend(std::size_t index, Point point) {
+  checkIndex(index, m_bends.size() + 1);
+  auto changed = m_bends;
+  changed.insert(changed.begin() + static_cast<std::ptrdiff_t>(index), point);
+  bends(std::move(changed));
+}
+
+void Link::moveBend(std::size_t index, Point point) {
+  checkIndex(index, m_bends.size());
+  auto changed = m_bends;
+  changed[index] = point;
+  bends(std::move(changed));
+}
+
+void Link::removeBend(std::size_t index) {
+  checkIndex(index, m_bends.size());
+  auto changed = m_bends;
+  changed.erase(changed.begin() + static_cast<std::ptrdiff_t>(index));
+  bends(std::move(changed));
+}
+
+void Link::geometryChanged() {
+  m_stale = true;
+  if (scene()) scene()->touched(*this);
+}
+
+const Link::Geometry& Link::geometry() const {
+  if (!m_stale) return m_geometry;
+  const Rect source = m_source->bounds();
+  const Rect target = m_target->bounds();
+  Geometry& g = m_geometry;
+  g.points =
+      isLoop() && m_bends.empty() ? loop(source, m_rank) : route(source, target, m_bends, m_rank);
+  const Font& font = fontOf(scene());
+  const std::size_t last = g.points.size() - 1;
+  g.label = canvas::labelArea(g.points, textSize(m_text, font));
+  g.beginText = canvas::endTextArea(source, g.points[0], g.points[1], textSize(m_beginText, font));
+  g.endText =
+      canvas::endTextArea(target, g.points[last], g.points[last - 1], textSize(m_endText, font));
+
+  Point low = g.points.front();
+  Point high = low;
+  for (const Point p : g.points) {
+    low = {std::min(low.x, p.x), std::min(low.y, p.y)};
+    high = {std::max(high.x, p.x), std::max(high.y, p.y)};
+  }
+  const double margin = m_beginArrow != 0 || m_endArrow != 0
+                            ? std::max(kArrowHalfWidth, kDiamondHalfWidth)
+                            : platform::kTwipsPerPixel;
+  g.extent = Rect{low.x, low.y, high.x - low.x, high.y - low.y}
+                 .grownBy(margin)
+                 .united(g.label)
+                 .united(g.beginText)
+                 .united(g.endText);
+  m_stale = false;
+  return g;
+}
+
+const MemberTable& Link::memberTable() const {
+  using Text = std::string_view;
+  static const MemberTable kTable =
+      MemberTableOf<Link>()
+          .property("key", &Link::key)
+          .property<std::string, Text>("text", &Link::text, &Link::text)
+          .property("source", &Link::source)
+          .property("target", &Link::target)
+          .property<int, int>("beginArrow", &Link::beginArrow, &Link::beginArrow)
+          .property<int, int>("endArrow", &Link::endArrow, &Link::endArrow)
+          .property<std::string, Text>("beginText", &Link::beginText, &Link::beginText)
+          .property<std::string, Text>("endText", &Link::endText, &Link::endText)
+          .property<bool, bool>("dashed", &Link::dashed, &Link::dashed)
+          .property<bool, bool>("selected", &Link::selected, &Link::selected)
+          .property("marked", &Link::marked)
+          .property("link", &Link::self)
+          .property("ExtraPoints", &Link::ExtraPoints)
+          .method("reattachSource", &Link::reattachSource)
+          .method("reattachTarget", &Link::reattachTarget)
+          .method("getItem", &Link::getItem)
+          .method("setItem", &Link::setItem)
+          .build();
+  return kTable;
+}
+
+}  // namespace brisel::canvas

@@ -1,0 +1,157 @@
+#include "canvas/LinkRoute.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+#include "platform/Text.h"
+
+namespace brisel::canvas {
+
+using platform::Point;
+using platform::Rect;
+using platform::Size;
+
+namespace {
+
+double lengthOf(Point vector) { return std::hypot(vector.x, vector.y); }
+
+/// Where a line that comes from `next` meets the box.
+Point meeting(const Rect& box, Point next) {
+  const bool besideX = next.x > box.left && next.x < box.right();
+  const bool besideY = next.y > box.top && next.y < box.bottom();
+  if (besideX && !besideY) return {next.x, next.y < box.top ? box.top : box.bottom()};
+  if (besideY && !besideX) return {next.x < box.left ? box.left : box.right(), next.y};
+  return leaving(box, box.center(), next);
+}
+
+/// How far the line through two middles may be pushed sideways, from the middle of its fan, and
+/// still meet both boxes.
+double roomAcross(const Rect& box, Point normal) {
+  return (std::abs(normal.x) * box.width + std::abs(normal.y) * box.height) / 2;
+}
+
+std::vector<Point> straight(const Rect& source, const Rect& target, Rank rank) {
+  Point from = source.center();
+  Point to = target.center();
+  const double length = lengthOf(to - from);
+  if (rank.count > 1 && length > 0) {
+    const Point along = (to - from) * ((rank.reversed ? -1 : 1) / length);
+    const Point normal{-along.y, along.x};
+    const double room = 0.8 * std::min(roomAcross(source, normal), roomAcross(target, normal));
+    const auto count = static_cast<double>(rank.count);
+    const double spacing = std::min(kParallelSpacing, 2 * room / count);
+    const double offset = (static_cast<double>(rank.index) - (count - 1) / 2) * spacing;
+    from = from + normal * offset;
+    to = to + normal * offset;
+  }
+  return {leaving(source, from, to), leaving(target, to, from)};
+}
+
+}  // namespace
+
+Point leaving(const Rect& box, Point from, Point through) {
+  const Point way = through - from;
+  if (way == Point{}) return {from.x, box.top};
+  constexpr double kNever = std::numeric_limits<double>::infinity();
+  const double reachX = way.x > 0   ? (box.right() - from.x) / way.x
+                        : way.x < 0 ? (box.left - from.x) / way.x
+                                    : kNever;
+  const double reachY = way.y > 0   ? (box.bottom() - from.y) / way.y
+                        : way.y < 0 ? (box.top - from.y) / way.y
+                                    : kNever;
+  Point end = from + way * std::min(reachX, reachY);
+  // The side that was met, exactly, so that later questions for the side need no tolerance.
+  if (reachX <= reachY) end.x = way.x > 0 ? box.right() : box.left;
+  if (reachY <= reachX) end.y = way.y > 0 ? box.bottom() : box.top;
+  return end;
+}
+
+std::vector<Point> route(const Rect& source, const Rect& target, const std::vector<Point>& bends,
+                         Rank rank) {
+  if (bends.empty()) return straight(source, target, rank);
+  std::vector<Point> points;
+  points.reserve(bends.size() + 2);
+  points.push_back(meeting(source, bends.front()));
+  points.insert(points.end(), bends.begin(), bends.end());
+  points.push_back(meeting(target, bends.back()));
+  return points;
+}
+
+std::vector<Point> loop(const Rect& box, Rank rank) {
+  const auto index = static_cast<double>(rank.index);
+  const double share = (index + 1) / static_cast<double>(rank.count);
+  const double down = std::round(std::min(box.height / 2, kLoopSize) * share);
+  const double across = std::round(std::min(box.width / 2, kLoopSize) * share);
+  const double reach = kLoopSize + index * kParallelSpacing;
+  const double right = box.right();
+  return {{right, box.top + down},
+          {right + reach, box.top + down},
+          {right + reach, box.top - reach},
+          {right - across, box.top - reach},
+          {right - across, box.top}};
+}
+
+std::vector<std::string_view> linesOf(std::string_view text) {
+  std::vector<std::string_view> lines;
+  while (true) {
+    const std::size_t end = text.find('\n');
+    std::string_view line = text.substr(0, end);
+    if (!line.empty() && line.back() == '\r') line.remove_suffix(1);
+    lines.push_back(line);
+    if (end == std::string_view::npos) return lines;
+    text.remove_prefix(end + 1);
+  }
+}
+
+Size textSize(std::string_view text, const Font& font) {
+  if (text.empty()) return {};
+  int columns = 0;
+  const auto lines = linesOf(text);
+  for (const std::string_view line : lines) columns = std::max(columns, platform::columnsOf(line));
+  return {columns * font.columnWidth(), static_cast<double>(lines.size()) * font.lineHeight()};
+}
+
+Point middleOf(const std::vector<Point>& points) {
+  double length = 0;
+  for (std::size_t i = 1; i < points.size(); ++i) length += lengthOf(points[i] - points[i - 1]);
+  double left = length / 2;
+  for (std::size_t i = 1; i < points.size(); ++i) {
+    const Point way = points[i] - points[i - 1];
+    const double piece = lengthOf(way);
+    if (piece > 0 && left <= piece) return points[i - 1] + way * (left / piece);
+    left -= piece;
+  }
+  return points.front();
+}
+
+Rect labelArea(const std::vector<Point>& points, Size size) {
+  if (size == Size{}) return {};
+  const Point middle = middleOf(points);
+  return {middle.x - size.width / 2, middle.y - size.height / 2, size.width, size.height};
+}
+
+Rect endTextArea(const Rect& box, Point end, Point next, Size size) {
+  if (size == Size{}) return {};
+  const bool onRight = end.x >= box.right();
+  const bool onLeft = end.x <= box.left;
+  if (onLeft || onRight) {
+    const double left = onRight ? end.x + kTextGap : end.x - kTextGap - size.width;
+    const double top = next.y < end.y ? end.y + kTextLineGap : end.y - kTextLineGap - size.height;
+    return {left, top, size.width, size.height};
+  }
+  const double top = end.y <= box.top ? end.y - kTextGap - size.height : end.y + kTextGap;
+  const double left = next.x > end.x ? end.x - kTextLineGap - size.width : end.x + kTextLineGap;
+  return {left, top, size.width, size.height};
+}
+
+double distance(Point point, Point from, Point to) {
+  const Point way = to - from;
+  const Point there = point - from;
+  const double square = way.x * way.x + way.y * way.y;
+  const double along =
+      square > 0 ? std::clamp((there.x * way.x + there.y * way.y) / square, 0.0, 1.0) : 0;
+  return lengthOf(there - way * along);
+}
+
+}  // namespace brisel::canvas

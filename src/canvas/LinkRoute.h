@@ -1,0 +1,56 @@
+#pragma once
+
+#include <cstddef>
+#include <string_view>
+#include <vector>
+
+#include "canvas/Metrics.h"
+#include "platform/Geometry.h"
+
+/// Where lines run and where their texts stand: pure functions over boxes and bends, in twips.
+namespace brisel::canvas {
+
+/// Which of how many straight lines that join the same two boxes. They spread side by side in the
+/// order of the index, seen from the pair's first box: `reversed` is a line that runs towards it.
+struct Rank {
+  std::size_t index = 0;
+  std::size_t count = 1;
+  bool reversed = false;
+
+  friend bool operator==(const Rank&, const Rank&) = default;
+};
+
+/// All points: from the border of the source over the bends to the border of the target. An end
+/// next to a bend that lies straight beside its box meets the box at a right angle, any other
+/// points to the box's middle.
+[[nodiscard]] std::vector<platform::Point> route(const platform::Rect& source,
+                                                 const platform::Rect& target,
+                                                 const std::vector<platform::Point>& bends,
+                                                 Rank rank);
+/// A line from a box to itself that has no bends: round the upper right corner, further out for
+/// each that comes later.
+[[nodiscard]] std::vector<platform::Point> loop(const platform::Rect& box, Rank rank);
+
+/// Where the ray from the middle of the box through a point leaves the box.
+[[nodiscard]] platform::Point leaving(const platform::Rect& box, platform::Point from,
+                                      platform::Point through);
+
+/// The room that text needs; nothing for no text.
+[[nodiscard]] platform::Size textSize(std::string_view text, const Font& font);
+/// Centred on the middle of the line, by its length.
+[[nodiscard]] platform::Rect labelArea(const std::vector<platform::Point>& points,
+                                       platform::Size size);
+/// Beside the end `end` of a line that goes on to `next`, outside of its box and on the side that
+/// the line turns away from.
+[[nodiscard]] platform::Rect endTextArea(const platform::Rect& box, platform::Point end,
+                                         platform::Point next, platform::Size size);
+
+/// The point half way along a line of at least one point.
+[[nodiscard]] platform::Point middleOf(const std::vector<platform::Point>& points);
+/// How far a point is from the line between two others.
+[[nodiscard]] double distance(platform::Point point, platform::Point from, platform::Point to);
+
+/// Text as lines, separated by "\r\n" or "\n"; one empty line for empty text.
+[[nodiscard]] std::vector<std::string_view> linesOf(std::string_view text);
+
+}  // namespace brisel::canvas

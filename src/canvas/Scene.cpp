@@ -1,0 +1,260 @@
+#include "canvas/Scene.h"
+
+#include <algorithm>
+#include <functional>
+
+namespace brisel::canvas {
+
+using platform::Rect;
+using platform::Ref;
+
+namespace {
+
+/// Above this many areas one around all of them is told instead.
+constexpr std::size_t kMostAreas = 256;
+constexpr double kEverywhere = 1e11;
+
+template <class T>
+void sortByOrder(std::vector<const T*>& items) {
+  std::sort(items.begin(), items.end(),
+            [](const T* a, const T* b) { return a->order() < b->order(); });
+}
+
+}  // namespace
+
+Scene::Scene() = default;
+
+Scene::~Scene() {
+  for (Node& node : m_nodes) node.m_scene = nullptr;
+  for (Link& link : m_links) link.m_scene = nullptr;
+}
+
+void Scene::collect(const Rect& area, std::vector<Item*>& found) const {
+  settle();
+  m_index.collect(area, found);
+}
+
+void Scene::itemsIn(const Rect& area, std::vector<const Node*>& nodes,
+                    std::vector<const Link*>& links) const {
+  std::vector<Item*> found;
+  collect(area, found);
+  nodes.clear();
+  links.clear();
+  for (Item* item : found) {
+    if (item->isLink()) {
+      links.push_back(static_cast<Link*>(item));
+    } else {
+      nodes.push_back(static_cast<Node*>(item));
+    }
+  }
+  sortByOrder(nodes);
+  sortByOrder(links);
+}
+
+Rect Scene::extent() const {
+  Rect all;
+  for (const Node& node : m_nodes) all = all.united(node.extent());
+  for (const Link& link : m_links) all = all.united(link.extent());
+  return all;
+}
+
+Node* Scene::node(std::string_view key) const {
+  const auto found = m_nodeByKey.find(key);
+  return found == m_nodeByKey.end() ? nullptr : found->second;
+}
+
+Link* Scene::link(std::string_view key) const {
+  const auto found = m_linkByKey.find(key);
+  return found == m_linkByKey.end() ? nullptr : found->second;
+}
+
+void Scene::titleFont(Font font) {
+  if (font == m_titleFont) return;
+  m_titleFont = std::move(font);
+  fontsChanged();
+}
+
+void Scene::textFont(Font font) {
+  if (font == m_textFont) return;
+  m_textFont = std::move(font);
+  fontsChanged();
+}
+
+void Scene::fontsChanged() {
+  const Update update(this);
+  for (Node& node : m_nodes) node.contentChanged();
+  for (Link& link : m_links) link.geometryChanged();
+}
+
+void Scene::backColor(std::int64_t color) {
+  if (color == m_backColor) return;
+  m_backColor = color;
+  damageAll();
+}
+
+Node* Scene::addNode(Ref<Node> node) {
+  if (!m_nodeByKey.emplace(node->itemKey(), node.get()).second) return nullptr;
+  adopt(*node);
+  m_nodes.add(node);
+  node->contentChanged();
+  return node.get();
+}
+
+Link* Scene::addLink(Ref<Link> link) {
+  if (!m_linkByKey.emplace(link->itemKey(), link.get()).second) return nullptr;
+  const Update update(this);
+  adopt(*link);
+  m_links.add(link);
+  attach(*link);
+  link->geometryChanged();
+  return link.get();
+}
+
+void Scene::remove(Node& node) {
+  const Ref<Node> kept(&node);
+  m_nodeByKey.erase(node.itemKey());
+  m_nodes.remove(node);
+  forget(node);
+}
+
+void Scene::remove(Link& link) {
+  const Ref<Link> kept(&link);
+  const Update update(this);
+  static_cast<void>(link.points());  // what it answers from now on
+  detach(link);
+  m_linkByKey.erase(link.itemKey());
+  m_links.remove(link);
+  forget(link);
+}
+
+void Scene::adopt(Item& item) {
+  item.m_scene = this;
+  item.m_order = m_nextOrder++;
+}
+
+void Scene::forget(Item& item) {
+  m_selection.forget(item);
+  if (item.m_pending > 0) m_pending[item.m_pending - 1] = nullptr;
+  item.m_pending = 0;
+  item.m_scene = nullptr;
+  if (item.m_place.level < 0) return;  // was never shown
+  const Rect extent = item.m_place.extent;
+  m_index.remove(item.m_place);
+  damage(extent);
+}
+
+void Scene::touched(Item& item) {
+  ++m_revision;
+  if (item.m_pending == 0) {
+    m_pending.push_back(&item);
+    item.m_pending = m_pending.size();
+  }
+  if (m_updates == 0) tell();
+}
+
+void Scene::settle() const {
+  for (Item* item : m_pending) {
+    if (!item) continue;
+    item->m_pending = 0;
+    const Rect extent = item->extent();
+    if (item->m_place.level >= 0) addDamage(m_damage, item->m_place.extent);
+    if (item->m_place.level < 0 || extent != item->m_place.extent) addDamage(m_damage, extent);
+    m_index.put(*item, item->m_place, extent);
+  }
+  m_pending.clear();
+}
+
+void Scene::addDamage(std::vector<Rect>& damage, const Rect& area) {
+  if (damage.size() < kMostAreas) {
+    damage.push_back(area);
+    return;
+  }
+  Rect all = area;
+  for (const Rect& one : damage) all = all.united(one);
+  damage.assign(1, all);
+}
+
+void Scene::tell() {
+  settle();
+  if (m_damage.empty()) return;
+  const std::vector<Rect> damaged = std::exchange(m_damage, {});
+  Damaged(damaged);
+}
+
+void Scene::damage(const Rect& area) {
+  ++m_revision;
+  addDamage(m_damage, area);
+  if (m_updates == 0) tell();
+}
+
+void Scene::damageAll() { damage({-kEverywhere, -kEverywhere, 2 * kEverywhere, 2 * kEverywhere}); }
+
+void Scene::endUpdate() {
+  if (m_updates == 0) return;
+  if (--m_updates == 0) tell();
+}
+
+std::size_t Scene::PairHash::operator()(const Pair& pair) const {
+  const std::hash<const void*> hash;
+  return hash(pair.a) * 31 + hash(pair.b);
+}
+
+Scene::Pair Scene::pairOf(const Link& link) {
+  const Node* a = &link.sourceNode();
+  const Node* b = &link.targetNode();
+  return a->order() <= b->order() ? Pair{a, b} : Pair{b, a};
+}
+
+void Scene::attachEnd(Link& link, bool atSource) {
+  auto& attached = (atSource ? link.m_source : link.m_target)->m_attached;
+  (atSource ? link.m_sourceSlot : link.m_targetSlot) = attached.size();
+  attached.push_back({&link, atSource});
+}
+
+void Scene::detachEnd(Link& link, bool atSource) {
+  auto& attached = (atSource ? link.m_source : link.m_target)->m_attached;
+  const std::size_t slot = atSource ? link.m_sourceSlot : link.m_targetSlot;
+  const Node::Attached moved = attached.back();
+  (moved.atSource ? moved.link->m_sourceSlot : moved.link->m_targetSlot) = slot;
+  attached[slot] = moved;
+  attached.pop_back();
+}
+
+void Scene::attach(Link& link) {
+  attachEnd(link, true);
+  attachEnd(link, false);
+  m_pairs[pairOf(link)].push_back(&link);
+  pairChanged(link);
+}
+
+void Scene::detach(Link& link) {
+  detachEnd(link, true);
+  detachEnd(link, false);
+  const auto pair = m_pairs.find(pairOf(link));
+  std::erase(pair->second, &link);
+  if (pair->second.empty()) {
+    m_pairs.erase(pair);
+  } else {
+    pairChanged(*pair->second.front());
+  }
+}
+
+void Scene::pairChanged(const Link& changed) {
+  const auto found = m_pairs.find(pairOf(changed));
+  if (found == m_pairs.end()) return;
+  const auto& links = found->second;
+  const auto isStraight = [](const Link* link) { return link->m_bends.empty(); };
+  const auto count =
+      static_cast<std::size_t>(std::count_if(links.begin(), links.end(), isStraight));
+  const Update update(this);
+  std::size_t index = 0;
+  for (Link* link : links) {
+    if (!isStraight(link)) continue;
+    const Rank rank{index++, count, &link->sourceNode() != found->first.a};
+    if (rank == link->m_rank) continue;
+    link->m_rank = rank;
+    link->geometryChanged();
+  }
+}
+
+}  // namespace brisel::canvas
