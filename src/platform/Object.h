@@ -38,6 +38,10 @@ class Object {
   /// Connects to an event by name; a CallError when there is none.
   [[nodiscard]] virtual Connection listen(std::string_view event, EventListener listener);
 
+  /// Ends a component: whoever made it calls this before dropping it, whatever other references
+  /// remain. Does nothing a second time, and nothing where there is nothing to end.
+  virtual void terminate() {}
+
   /// `invoke` for callers that take nothing out.
   Value call(std::string_view member, std::vector<Value> arguments = {});
 
