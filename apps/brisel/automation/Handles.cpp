@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "platform/Component.h"
 #include "platform/MemberTable.h"
 
 namespace brisel::automation {
@@ -10,14 +9,6 @@ namespace brisel::automation {
 using platform::Member;
 using platform::Object;
 using platform::Ref;
-
-namespace {
-
-void terminate(const Ref<Object>& object) {
-  if (const auto component = platform::as<platform::Component>(object)) component->terminate();
-}
-
-}  // namespace
 
 std::int64_t Handles::of(const Ref<Object>& object) {
   const auto [at, isNew] = m_numbers.try_emplace(object.get(), m_last + 1);
@@ -61,7 +52,7 @@ bool Handles::release(std::int64_t handle) {
     m_entries.erase(handle);
   };
   try {
-    if (created) terminate(object);
+    if (created) object->terminate();
   } catch (...) {
     forget();
     throw;

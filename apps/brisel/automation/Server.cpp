@@ -8,7 +8,7 @@
 #include "platform/ComponentRegistry.h"
 #include "platform/Error.h"
 #include "platform/MemberTable.h"
-#include "platform/ValueList.h"
+#include "platform/ValueRecord.h"
 
 namespace brisel::automation {
 

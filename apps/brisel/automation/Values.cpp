@@ -2,14 +2,15 @@
 
 #include "automation/JsonText.h"
 #include "automation/RpcError.h"
-#include "platform/ValueList.h"
+#include "platform/ValueArray.h"
+#include "platform/ValueRecord.h"
 
 namespace brisel::automation {
 
 using platform::Object;
 using platform::Ref;
 using platform::Value;
-using platform::ValueList;
+using platform::ValueArray;
 using platform::ValueRecord;
 using simdjson::dom::element;
 using simdjson::dom::element_type;
@@ -65,7 +66,7 @@ Value Values::read(const element& json) const {
   }
   std::vector<Value> values;
   for (const element item : simdjson::dom::array(json)) values.push_back(read(item));
-  return Value(platform::make<ValueList>(std::move(values)));
+  return Value(platform::make<ValueArray>(std::move(values)));
 }
 
 void Values::writeHandle(std::int64_t handle, std::string& out) {
@@ -84,8 +85,8 @@ void Values::write(const std::vector<Value>& values, std::string& out) {
 }
 
 void Values::writeObject(const Ref<Object>& object, std::string& out) {
-  if (const auto list = platform::as<ValueList>(object)) {
-    write(list->values(), out);
+  if (const auto array = platform::as<ValueArray>(object)) {
+    write(array->values(), out);
     return;
   }
   const auto record = platform::as<ValueRecord>(object);

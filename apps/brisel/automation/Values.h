@@ -10,8 +10,8 @@
 
 namespace brisel::automation {
 
-/// Turns values into JSON and back. Objects go by their handles, as {"ref": 7}; lists and records
-/// go by value, as arrays and objects.
+/// Turns values into JSON and back. Objects go by their handles, as {"ref": 7}; arrays and records
+/// go by value.
 class Values {
  public:
   explicit Values(Handles& handles) : m_handles(handles) {}
