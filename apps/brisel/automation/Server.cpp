@@ -78,13 +78,6 @@ std::string errorAnswer(std::string_view id, const RpcError& error) {
   return answer.append("}}");
 }
 
-bool hasMember(const Object& object, std::string_view name) {
-  for (const auto kind : {Member::Kind::method, Member::Kind::property, Member::Kind::event}) {
-    if (object.memberTable().find(name, kind)) return true;
-  }
-  return false;
-}
-
 /// The answer for the exception being handled, which came out of a component.
 RpcError failure() {
   try {
@@ -100,29 +93,30 @@ RpcError failure() {
   }
 }
 
-/// The same for a call of the member `name` of the object; a call that was wrong in itself is told
-/// apart from one that failed further down.
-RpcError callFailure(const Object& object, std::string_view name) {
+/// The same for a call of the member `name`; a call that was wrong in itself is told apart from one
+/// that failed further down.
+RpcError callFailure(std::string_view name) {
   try {
     throw;
   } catch (const platform::CallError& error) {
     const bool missing = error.number() == static_cast<int>(ErrorNumber::memberUnknown) ||
                          error.number() == static_cast<int>(ErrorNumber::componentUnknown);
-    const bool readOnly = error.what() == "Read-only property: " + std::string(name);
-    if (missing && !readOnly && hasMember(object, name)) return failure();
+    const bool isOwn = error.what() == "Unknown member: " + std::string(name) ||
+                       error.what() == "Read-only property: " + std::string(name);
+    if (missing && !isOwn) return failure();
     return {codes::kInvalidParams, error.what()};
   } catch (...) {
     return failure();
   }
 }
 
-/// Runs what a member of the object does; what it throws becomes an RpcError.
+/// Runs what a member does; what it throws becomes an RpcError.
 template <class Body>
-auto guarded(const Object& object, std::string_view member, Body&& body) {
+auto guarded(std::string_view member, Body&& body) {
   try {
     return body();
   } catch (...) {
-    throw callFailure(object, member);
+    throw callFailure(member);
   }
 }
 
@@ -263,7 +257,7 @@ std::string Server::invoke(const Params& params) {
     for (const element item : items) arguments.push_back(m_values.read(item));
   }
   const std::size_t out = outArguments(*object, member, !arguments.empty());
-  const Value value = guarded(*object, member, [&] { return object->invoke(member, arguments); });
+  const Value value = guarded(member, [&] { return object->invoke(member, arguments); });
 
   std::string result;
   if (out == 0) {
@@ -280,7 +274,7 @@ std::string Server::invoke(const Params& params) {
 std::string Server::get(const Params& params) {
   const Ref<Object> object = m_values.readObject(params.need("object"));
   const std::string_view member = params.text("member");
-  const Value value = guarded(*object, member, [&] {
+  const Value value = guarded(member, [&] {
     return readsByCall(*object, member) ? object->call(member) : object->get(member);
   });
   std::string result;
@@ -292,7 +286,7 @@ std::string Server::set(const Params& params) {
   const Ref<Object> object = m_values.readObject(params.need("object"));
   const std::string_view member = params.text("member");
   const Value value = m_values.read(params.need("value"));
-  guarded(*object, member, [&] { object->set(member, value); });
+  guarded(member, [&] { object->set(member, value); });
   return "null";
 }
 
@@ -312,7 +306,7 @@ std::string Server::members(const Params& params) {
 std::string Server::release(const Params& params) {
   const element given = params.need("object");
   const Ref<Object> object = m_values.readObject(given);
-  guarded(*object, {}, [&] { m_handles.release(m_handles.of(object)); });
+  guarded({}, [&] { m_handles.release(m_handles.of(object)); });
   return "null";
 }
 
