@@ -15,6 +15,16 @@ Ref<Collection> Collection::copy() const {
   return list;
 }
 
+Ref<ValueArray> Collection::ToArray() const {
+  std::vector<Value> values;
+  values.reserve(static_cast<std::size_t>(Count()));
+  Cursor cursor;
+  for (advance(cursor); cursor.element; advance(cursor)) {
+    values.emplace_back(Ref<Object>(cursor.element));
+  }
+  return make<ValueArray>(std::move(values));
+}
+
 const MemberTable& Collection::memberTable() const {
   static const MemberTable kTable = MemberTableOf<Collection>()
                                         .property("Count", &Collection::Count)
@@ -22,7 +32,7 @@ const MemberTable& Collection::memberTable() const {
                                         .method("Remove", &Collection::Remove)
                                         .optional(1)
                                         .method("Clear", &Collection::Clear)
-                                        .method("ToArray", &Collection::copy)
+                                        .method("ToArray", &Collection::ToArray)
                                         .build();
   return kTable;
 }

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "platform/Object.h"
+#include "platform/ValueArray.h"
 
 namespace brisel::platform {
 
@@ -30,7 +31,10 @@ class Collection : public Object {
   /// the cursor must still be in the collection.
   virtual void advance(Cursor& cursor) const = 0;
 
-  /// All elements as an object of their own, element by element shared (ToArray by name).
+  /// All elements, by value to a caller by name.
+  [[nodiscard]] Ref<ValueArray> ToArray() const;
+
+  /// All elements as a collection of its own, element by element shared.
   [[nodiscard]] Ref<Collection> copy() const;
 
   [[nodiscard]] const MemberTable& memberTable() const override;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cmath>
 #include <string>
 #include <string_view>
 #include <type_traits>
@@ -27,6 +28,13 @@ namespace detail {
                                                  std::string(given.kindName()) + " given");
 }
 
+/// True for an integer and for a double that holds one exactly.
+inline bool isWhole(const Value& value) {
+  if (!value.isDouble()) return value.isInteger();
+  const double number = value.number();
+  return std::abs(number) <= 9007199254740992.0 && std::trunc(number) == number;
+}
+
 template <class T>
 T* objectFrom(const Value& value) {
   return value.isObject() ? dynamic_cast<T*>(value.object().get()) : nullptr;
@@ -47,7 +55,7 @@ struct Argument {
       return value.boolean();
     } else if constexpr (std::is_integral_v<Plain>) {
       if (value.isEmpty()) return 0;
-      if (!value.isInteger() && !value.isDouble()) wrongKind(member, index, "integer", value);
+      if (!isWhole(value)) wrongKind(member, index, "integer", value);
       const std::int64_t wide = value.integer();
       if (!std::in_range<Plain>(wide)) {
         throw CallError(ErrorNumber::typeMismatch, "Argument " + std::to_string(index + 1) +

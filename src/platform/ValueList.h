@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "platform/Object.h"
+#include "platform/ValueArray.h"
 
 namespace brisel::platform {
 
@@ -22,7 +23,7 @@ class ValueList : public Object {
   [[nodiscard]] const MemberTable& memberTable() const override;
 
  private:
-  [[nodiscard]] Ref<ValueList> toArray() const { return make<ValueList>(m_values); }
+  [[nodiscard]] Ref<ValueArray> toArray() const { return make<ValueArray>(m_values); }
 
   std::vector<Value> m_values;
 };

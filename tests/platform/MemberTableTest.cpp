@@ -65,7 +65,7 @@ TEST(MemberTable, refusesWrongCalls) {
   EXPECT_THROW(lamp->call("Switch", {}), CallError);
   EXPECT_THROW(lamp->call("Switch", {true, 1, 2}), CallError);
   EXPECT_THROW(lamp->call("Switch", {"yes", 1}), CallError);
-  EXPECT_THROW(lamp->call("Switch", {true, 1.5}), Error);
+  EXPECT_THROW(lamp->call("Switch", {true, 1.5}), CallError);
   EXPECT_THROW(lamp->call("Twin", {Value(), Value()}), CallError);
   EXPECT_THROW(lamp->call("Color", {1}), CallError);
   EXPECT_THROW(lamp->set("Count", 3), CallError);
