@@ -1,6 +1,6 @@
 #include "editor/ViewSettings.h"
 
-#include <array>
+#include "repository/ViewDefaults.h"
 
 namespace brisel::editor {
 
@@ -8,15 +8,9 @@ using platform::Value;
 
 namespace {
 
-constexpr std::string_view kAttributes = "ViewAttributes";
-constexpr std::string_view kOperations = "ViewOperations";
-constexpr std::string_view kParameters = "ViewParameters";
-constexpr std::string_view kTrue = "%TRUE%";
-constexpr std::string_view kFalse = "%FALSE%";
-
-Value stored(bool flag) { return flag ? kTrue : kFalse; }
+Value stored(bool flag) { return flag ? repository::kSettingTrue : repository::kSettingFalse; }
 bool isSet(const platform::Node& node, std::string_view key) {
-  return node.GetProperty(key) == Value(kTrue);
+  return node.GetProperty(key) == Value(repository::kSettingTrue);
 }
 
 }  // namespace
@@ -24,11 +18,7 @@ bool isSet(const platform::Node& node, std::string_view key) {
 ViewSettings::ViewSettings(platform::ComponentRegistry& registry)
     : m_shown(registry.create("BriselDataStructures.MHashTable")),
       m_categories(registry.create("BriselDataStructures.MHashTable")) {
-  addCategory("COM::Builtin", false);
-  for (const std::string_view key : {"COM::Enum", "COM::TypeDef", "COM::Module", "COM::Interface",
-                                     "COM::CoClass", "COM::DispInterface"}) {
-    addCategory(key, true);
-  }
+  for (const auto& [key, shown] : repository::kTypeCategories) addCategory(key, shown);
 }
 
 void ViewSettings::addCategory(std::string_view key, bool shown) {
@@ -59,16 +49,16 @@ void ViewSettings::show(std::string_view category) {
 void ViewSettings::hide(std::string_view category) { m_shown->call("Remove", {category}); }
 
 void ViewSettings::toggleCompartment(std::string_view key) {
-  if (key == kAttributes) m_attributes = !m_attributes;
-  if (key == kOperations) m_operations = !m_operations;
-  if (key == kParameters) m_parameters = !m_parameters;
+  if (key == repository::kViewAttributes) m_attributes = !m_attributes;
+  if (key == repository::kViewOperations) m_operations = !m_operations;
+  if (key == repository::kViewParameters) m_parameters = !m_parameters;
 }
 
 void ViewSettings::save(platform::Node& layoutNode) const {
   for (const std::string& key : categories()) layoutNode.SetProperty(key, stored(isShown(key)));
-  layoutNode.SetProperty(kAttributes, stored(m_attributes));
-  layoutNode.SetProperty(kOperations, stored(m_operations));
-  layoutNode.SetProperty(kParameters, stored(m_parameters));
+  layoutNode.SetProperty(repository::kViewAttributes, stored(m_attributes));
+  layoutNode.SetProperty(repository::kViewOperations, stored(m_operations));
+  layoutNode.SetProperty(repository::kViewParameters, stored(m_parameters));
 }
 
 void ViewSettings::load(const platform::Node& layoutNode) {
@@ -79,9 +69,9 @@ void ViewSettings::load(const platform::Node& layoutNode) {
       hide(key);
     }
   }
-  m_attributes = isSet(layoutNode, kAttributes);
-  m_operations = isSet(layoutNode, kOperations);
-  m_parameters = isSet(layoutNode, kParameters);
+  m_attributes = isSet(layoutNode, repository::kViewAttributes);
+  m_operations = isSet(layoutNode, repository::kViewOperations);
+  m_parameters = isSet(layoutNode, repository::kViewParameters);
 }
 
 }  // namespace brisel::editor

@@ -1,0 +1,34 @@
+#include "component/Suite.h"
+
+#include "canvas/components.h"
+#include "component/DiagramWindow.h"
+#include "component/HostObject.h"
+#include "controls/components.h"
+#include "editor/CLSEditor.h"
+#include "editors/CLSClassControl.h"
+#include "interchange/components.h"
+#include "repository/CLSRepository.h"
+#include "store/components.h"
+
+namespace brisel::component {
+
+using platform::ComponentRegistry;
+using platform::make;
+
+void registerSuite(ComponentRegistry& registry) {
+  store::registerComponents(registry);
+  canvas::registerComponents(registry);
+  controls::registerComponents(registry);
+  interchange::registerComponents(registry);
+  registry.add("BriselCLS.CLSRepository",
+               [](ComponentRegistry&) { return make<repository::CLSRepository>(); });
+  registry.add("BriselCLS.CLSEditor",
+               [](ComponentRegistry& made) { return make<editor::CLSEditor>(made); });
+  registry.add("BriselCLS.DiagramWindow",
+               [](ComponentRegistry& made) { return make<DiagramWindow>(made); });
+  registry.add("BriselCLS.CLSClassControl",
+               [](ComponentRegistry&) { return make<editors::CLSClassControl>(); });
+  registry.add("Brisel.HostObject", [](ComponentRegistry&) { return make<HostObject>(); });
+}
+
+}  // namespace brisel::component
