@@ -76,7 +76,7 @@ class LineParser {
   json::object object(json::value& value, std::string_view key);
   std::size_t findKey(const json::raw_json_string& key, std::size_t expected) const;
 
-  void checkEnds(std::string_view piece) const;
+  void checkEnds(std::string_view piece);
   [[noreturn]] void explain(std::string_view piece, simdjson::error_code code) const;
   [[noreturn]] void fail(std::string_view cause) const { failAt(m_line.place, cause); }
   [[noreturn]] void failAt(const char* place, std::string_view cause) const;
@@ -88,7 +88,7 @@ class LineParser {
   DimLine m_line;
   KeySet m_keys = 0;         ///< of the element being read
   std::string m_unknownKey;  ///< of the element being read
-  bool m_begun = false;      ///< the header was read
+  bool m_begun = false;      ///< this is a DIM file, whatever else is wrong with it
 };
 
 void LineParser::readPiece(std::string_view piece) {
@@ -297,16 +297,17 @@ json::object LineParser::object(json::value& value, std::string_view key) {
 }
 
 /// That the file begins and ends as one of ours, before anything in it is looked at.
-void LineParser::checkEnds(std::string_view piece) const {
+void LineParser::checkEnds(std::string_view piece) {
   constexpr std::string_view kSpace = " \t\r\n";
   const auto first = piece.find_first_not_of(kSpace);
   if (first == std::string_view::npos) {
     m_text.fail(piece.data(), piece.empty() ? "the file is empty" : "the file is blank");
   }
   if (piece[first] != '[') failAt(piece.data() + first, "no bracket at the beginning");
+  if (piece.substr(first).starts_with(R"([{"format":"DIM")")) m_begun = true;
   if (!m_text.isLast()) return;
   const auto last = piece.find_last_not_of(kSpace);
-  if (piece[last] != ']') failAt(piece.data() + last, "the text breaks off");
+  if (piece[last] != ']') failAt(piece.data() + last, "the file breaks off in this line");
 }
 
 /// Finds the place of an error that the parser reports for the piece as a whole.

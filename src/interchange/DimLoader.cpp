@@ -99,7 +99,7 @@ void DimLoader::makeLink(const DimLine& line) {
 void DimLoader::makeGeometry(const DimLine& line) {
   if (!m_generator) {
     m_generator = m_registry.create("BriselUtility.UUIDGenerator");
-    m_generator->call("Init");
+    m_generator->call("Init", {"DIMImport"});
   }
   DimGeometryMaker maker(m_repository, *m_generator);
   if (line.area) maker.makeArea(line.type, line.identifier, *line.area);

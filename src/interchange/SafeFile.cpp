@@ -48,7 +48,7 @@ SafeFile::SafeFile(std::string path) : m_path(std::move(path)), m_target(behindL
     if (m_file < 0) fail();
     return;
   }
-  if (exists && ::access(m_target.c_str(), W_OK) != 0) fail();
+  if (exists && ::faccessat(AT_FDCWD, m_target.c_str(), W_OK, AT_EACCESS) != 0) fail();
   openTemporary();
   if (exists) keepAttributes(static_cast<int>(old.st_mode));
 }
