@@ -2,12 +2,15 @@
 
 #include <cstdint>
 #include <functional>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "canvas/ButtonBar.h"
+#include "canvas/ControlObjects.h"
 #include "canvas/HitTest.h"
 #include "canvas/Input.h"
 #include "canvas/Scene.h"
@@ -23,37 +26,22 @@ namespace brisel::canvas {
 
 class Interaction;
 
-/// The settings that a host reaches as the underlying diagram.
-class DiagramSettings : public platform::Object {
- public:
-  explicit DiagramSettings(class DiagramControl& control) : m_control(&control) {}
-
-  /// Whether a link can be drawn by hand from box to box.
-  [[nodiscard]] bool CanDrawLink() const { return m_canDrawLink; }
-  void CanDrawLink(bool can) { m_canDrawLink = can; }
-  /// As the control's `Layout`; empty stands for "%HIERARCHY%". An Error when the layout fails, and
-  /// (objectMissing) when the control is gone.
-  void Layout(std::string_view code);
-
-  [[nodiscard]] const platform::MemberTable& memberTable() const override;
-
- private:
-  friend class DiagramControl;
-  class DiagramControl* m_control;
-  bool m_canDrawLink = true;
-};
-
 /// The diagram control: a scene, the view onto it, what is selected, a tool bar of its own, and
 /// what a person's hand does with them. Knows no toolkit: a view paints it, feeds it pointer and
 /// keys, and follows its events.
 class DiagramControl : public platform::DiagramControl {
  public:
+  /// Of the zoom buttons and keys: a factor.
+  static constexpr double kZoomStep = 1.25;
+
   explicit DiagramControl(platform::ComponentRegistry& registry);
   ~DiagramControl() override;
 
   void ShowToolbar(bool show) override;
-  /// A picture for later use by name: name, file.
+  /// A picture for later use by name, in nodePicture and its kin: name, file.
   void AddImage(std::string_view name, std::string_view file);
+  /// The file of a picture; empty for an unknown name.
+  [[nodiscard]] std::string imageFile(std::string_view name) const;
   void AddButton(std::string_view key, std::string_view caption, std::string_view tooltip,
                  std::string_view icon, bool enabled) override;
   /// The buttons that the canvas itself answers: select, zoom, print, copy, layouts.
@@ -73,13 +61,18 @@ class DiagramControl : public platform::DiagramControl {
   void SectionFont(std::string_view name, double size) override;
   [[nodiscard]] platform::Ref<platform::Object> UUIDGenerator() const { return m_generator; }
   void UUIDGenerator(platform::Object* generator) override;
+  /// Ends a gesture under way. The pointer selects and moves in every mode so far; the mode that a
+  /// host asked for is kept.
   void SelectMode() override;
-  /// A click on empty canvas creates a node.
   void ClickCreateMode() override;
-  /// A rectangle drawn on empty canvas creates a node.
   void DrawCreateMode();
+  /// "select", "clickCreate" or "drawCreate": what was asked for last.
+  [[nodiscard]] std::string Mode() const;
+  /// Takes everything away. Raises no events of deleted items.
   void Clear() override;
   void refresh() override;
+  /// Raises NodeMoved for each node that moved. A layout of all nodes begins at the upper left
+  /// corner of the canvas, which is scrolled into view.
   void Layout(std::string_view code) override;
   platform::Ref<platform::Object> GetDiagram() override;
   /// The view's native window, as the view told it; 0 without a view.
@@ -161,9 +154,13 @@ class DiagramControl : public platform::DiagramControl {
   void PointerPress(double x, double y, std::string_view button, std::string_view modifiers);
   void PointerRelease(double x, double y, std::string_view button, std::string_view modifiers);
   void PointerDoubleClick(double x, double y);
+  /// The pointer left the view.
+  void PointerLeave();
+  /// Steps upwards are positive.
   void Wheel(double x, double y, double steps, std::string_view modifiers);
-  void KeyPress(std::string_view key, std::string_view modifiers);
-  /// Ends panning by the space bar; a key that the canvas has no use for is told by KeyReleased.
+  /// A key that was pressed and, but for "Space", released: KeyRelease follows only for that one.
+  /// False for a key that the canvas has no use for, after KeyReleased told of it.
+  bool KeyPress(std::string_view key, std::string_view modifiers);
   void KeyRelease(std::string_view key, std::string_view modifiers);
   /// Nothing, or an object with `item`, `part` and `tag`.
   [[nodiscard]] platform::Ref<platform::Object> HitTest(double x, double y);
@@ -192,6 +189,15 @@ class DiagramControl : public platform::DiagramControl {
   [[nodiscard]] const platform::MemberTable& memberTable() const override;
 
  private:
+  enum class PointerMode { select, clickCreate, drawCreate };
+
+  void setMode(PointerMode mode);
+  void runButton(std::string_view key);
+  bool deleteItems(const std::vector<Item*>& items);
+  /// Takes the items from the canvas, with the links of the nodes, then tells of each.
+  void take(const std::vector<platform::Ref<Node>>& nodes,
+            const std::vector<platform::Ref<Link>>& links);
+  [[nodiscard]] std::string newKey(std::string_view wanted) const;
   [[nodiscard]] Node* nodeOf(const platform::Value& keyOrNode) const;
   [[nodiscard]] Link* linkOf(const platform::Value& keyOrLink) const;
 
@@ -201,6 +207,10 @@ class DiagramControl : public platform::DiagramControl {
   ButtonBar m_buttonBar;
   std::unique_ptr<Interaction> m_interaction;
   platform::Ref<DiagramSettings> m_settings;
+  std::vector<platform::Connection> m_connections;
+  std::map<std::string, std::string, std::less<>> m_images;
+  PointerMode m_mode = PointerMode::select;
+  std::uint64_t m_layoutSeed = 0;
   platform::Ref<platform::Object> m_generator;
   platform::Size m_newNodeSize{3000, 1500};
   std::size_t m_sections = 2;

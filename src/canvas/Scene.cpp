@@ -127,6 +127,31 @@ void Scene::remove(Link& link) {
   forget(link);
 }
 
+void Scene::clear() {
+  const Update update(this);
+  m_selection.clear();
+  m_selection.clearMarks();
+  for (Link& link : m_links) static_cast<void>(link.points());
+  for (Item* item : m_pending) {
+    if (item) item->m_pending = 0;
+  }
+  m_pending.clear();
+  m_index.clear();
+  const auto nodes = m_nodes.copy();  // the last references may go here
+  const auto links = m_links.copy();
+  m_nodes.clear();
+  m_links.clear();
+  m_nodeByKey.clear();
+  m_linkByKey.clear();
+  m_pairs.clear();
+  for (const auto& link : links) link->m_scene = nullptr;
+  for (const auto& node : nodes) {
+    node->m_scene = nullptr;
+    node->m_attached.clear();
+  }
+  damageAll();
+}
+
 void Scene::adopt(Item& item) {
   item.m_scene = this;
   item.m_order = m_nextOrder++;
@@ -183,6 +208,10 @@ void Scene::tell() {
 
 void Scene::damage(const Rect& area) {
   ++m_revision;
+  damageOverlay(area);
+}
+
+void Scene::damageOverlay(const Rect& area) {
   addDamage(m_damage, area);
   if (m_updates == 0) tell();
 }

@@ -71,6 +71,7 @@ class Scene {
   /// The item must be in this scene. A box must have no links any more.
   void remove(Node& node);
   void remove(Link& link);
+  void clear();
 
   void beginUpdate() { ++m_updates; }
   /// Gathers changes while it lives.
@@ -93,6 +94,8 @@ class Scene {
   /// Everything is to be painted again.
   void damageAll();
   void damage(const platform::Rect& area);
+  /// Something over the items changed there (a rubber band): they themselves are as they were.
+  void damageOverlay(const platform::Rect& area);
 
  private:
   friend class Node;

@@ -1,0 +1,329 @@
+#include "canvas/DiagramControl.h"
+
+#include <array>
+#include <charconv>
+#include <cmath>
+
+#include "canvas/Arrange.h"
+#include "canvas/Interaction.h"
+#include "canvas/Keyboard.h"
+#include "canvas/Points.h"
+#include "canvas/components.h"
+#include "platform/ComponentRegistry.h"
+#include "platform/Error.h"
+#include "platform/Shell.h"
+
+namespace brisel::canvas {
+
+using platform::Collection;
+using platform::Error;
+using platform::ErrorNumber;
+using platform::make;
+using platform::Object;
+using platform::ObjectList;
+using platform::Point;
+using platform::Ref;
+using platform::Value;
+
+namespace {
+
+constexpr double kWheelZoomStep = 1.15;
+constexpr std::size_t kMostSections = 16;
+
+Font checkedFont(std::string_view name, double size) {
+  if (!(size > 0 && size <= 1000)) {
+    throw Error(ErrorNumber::invalidCall, "Font size out of range: " + Value(size).text());
+  }
+  return {std::string(name), size};
+}
+
+int wholeOf(double value) {
+  return static_cast<int>(std::lround(std::clamp(value, -2147483647.0, 2147483647.0)));
+}
+
+}  // namespace
+
+void registerComponents(platform::ComponentRegistry& registry) {
+  registry.add("BriselDiagram.diagramControl",
+               [](platform::ComponentRegistry& made) { return make<DiagramControl>(made); });
+}
+
+DiagramControl::DiagramControl(platform::ComponentRegistry& registry)
+    : m_registry(registry),
+      m_interaction(std::make_unique<Interaction>(*this)),
+      m_settings(make<DiagramSettings>(*this)) {
+  const auto scrolled = [this] {
+    Scrolled(wholeOf(m_viewport.scroll().x), wholeOf(m_viewport.scroll().y));
+  };
+  const auto zoomed = [this] { Zoomed(wholeOf(m_viewport.zoom()), wholeOf(m_viewport.zoom())); };
+  m_connections.push_back(m_viewport.ScrollChanged.connect(scrolled));
+  m_connections.push_back(m_viewport.ZoomChanged.connect(zoomed));
+}
+
+DiagramControl::~DiagramControl() { m_settings->m_control = nullptr; }
+
+void DiagramControl::ShowToolbar(bool show) { m_buttonBar.show(show); }
+
+void DiagramControl::AddImage(std::string_view name, std::string_view file) {
+  m_images.insert_or_assign(std::string(name), std::string(file));
+}
+
+std::string DiagramControl::imageFile(std::string_view name) const {
+  const auto found = m_images.find(name);
+  return found == m_images.end() ? std::string() : found->second;
+}
+
+void DiagramControl::AddButton(std::string_view key, std::string_view caption,
+                               std::string_view tooltip, std::string_view icon, bool enabled) {
+  m_buttonBar.add({std::string(key), std::string(caption), std::string(tooltip), std::string(icon),
+                   enabled, false});
+}
+
+void DiagramControl::AddStandardButtons() {
+  struct Standard {
+    std::string_view key, tooltip;
+  };
+  static constexpr std::array kButtons = {
+      Standard{"Select", "select tool"},
+      Standard{},
+      Standard{"ZoomIn", "bigger view"},
+      Standard{"ZoomOut", "smaller view"},
+      Standard{"ZoomNo", "100% view"},
+      Standard{"ZoomFull", "full view"},
+      Standard{},
+      Standard{"Print", "print the diagram"},
+      Standard{"PrintPreview", "show preview of the printed diagram"},
+      Standard{},
+      Standard{"Copy", "Copy diagram into clipboard"},
+      Standard{},
+      Standard{"LayoutRandom", "random layout"},
+      Standard{"LayoutMatrix", "matrix layout"},
+      Standard{"LayoutSpring", "spring layout"},
+      Standard{"LayoutHierarchy", "hierarchical layout"},
+  };
+  for (const Standard& button : kButtons) {
+    const std::string icon = button.key.empty() ? ""
+                                                : m_registry.installationFolder() + "\\" +
+                                                      std::string(button.key) + ".bmp";
+    AddButton(button.key, "", button.tooltip, icon, true);
+  }
+}
+
+void DiagramControl::PressButton(std::string_view key) { m_buttonBar.press(key, true); }
+
+void DiagramControl::ReleaseButton(std::string_view key) { m_buttonBar.press(key, false); }
+
+void DiagramControl::ClickButton(std::string_view key) {
+  const Button* button = m_buttonBar.find(key);
+  if (!button || !button->enabled) return;
+  const Ref<DiagramControl> self(this);
+  const std::string clicked(key);  // the handler may change the tool bar
+  ToolbarButton(clicked);
+  runButton(clicked);
+}
+
+void DiagramControl::runButton(std::string_view key) {
+  struct Layouts {
+    std::string_view key, code;
+  };
+  static constexpr std::array kLayouts = {
+      Layouts{"LayoutRandom", "RANDOM"}, Layouts{"LayoutMatrix", "MATRIX"},
+      Layouts{"LayoutSpring", "SPRING"}, Layouts{"LayoutHierarchy", "%HIERARCHY%"}};
+  for (const Layouts& layout : kLayouts) {
+    if (key == layout.key) return Layout(layout.code);
+  }
+  if (key == "Select") {
+    SelectMode();
+  } else if (key == "ZoomIn") {
+    zoom(getZoom() * kZoomStep);
+  } else if (key == "ZoomOut") {
+    zoom(getZoom() / kZoomStep);
+  } else if (key == "ZoomNo") {
+    noZoom();
+  } else if (key == "ZoomFull") {
+    m_viewport.fit(m_scene.extent());
+  } else if (key == "Print" || key == "PrintPreview") {
+    PrintDiagram(key == "PrintPreview");
+  } else if (key == "Copy") {
+    CopyToClipboard();
+  }
+}
+
+Ref<Collection> DiagramControl::Buttons() const {
+  auto list = make<ObjectList>();
+  for (const Button& button : m_buttonBar.buttons()) list->add(make<ButtonObject>(button));
+  return list;
+}
+
+void DiagramControl::SetNewNodeSize(double width, double height) {
+  if (!(width > 0 && height > 0 && std::isfinite(width) && std::isfinite(height))) {
+    throw Error(ErrorNumber::invalidCall, "A new node needs a size above zero");
+  }
+  m_newNodeSize = {width, height};
+}
+
+std::int64_t DiagramControl::BackColor() const { return m_scene.backColor(); }
+
+void DiagramControl::BackColor(std::int64_t rgb) { m_scene.backColor(rgb); }
+
+void DiagramControl::LabelFont(std::string_view name, double size) {
+  m_scene.titleFont(checkedFont(name, size));
+}
+
+void DiagramControl::SectionFont(std::string_view name, double size) {
+  m_scene.textFont(checkedFont(name, size));
+}
+
+void DiagramControl::UUIDGenerator(Object* generator) { m_generator = generator; }
+
+void DiagramControl::setMode(PointerMode mode) {
+  m_interaction->cancel();
+  m_mode = mode;
+}
+
+void DiagramControl::SelectMode() { setMode(PointerMode::select); }
+
+void DiagramControl::ClickCreateMode() { setMode(PointerMode::clickCreate); }
+
+void DiagramControl::DrawCreateMode() { setMode(PointerMode::drawCreate); }
+
+std::string DiagramControl::Mode() const {
+  switch (m_mode) {
+    case PointerMode::clickCreate:
+      return "clickCreate";
+    case PointerMode::drawCreate:
+      return "drawCreate";
+    case PointerMode::select:
+      break;
+  }
+  return "select";
+}
+
+void DiagramControl::refresh() { m_scene.damageAll(); }
+
+void DiagramControl::Layout(std::string_view code) {
+  const Ref<DiagramControl> self(this);
+  m_interaction->cancel();
+  const bool aligns = isAlignment(code);
+  const auto moved = aligns ? align(m_scene, code) : arrange(m_scene, code, ++m_layoutSeed);
+  if (!aligns) m_viewport.scrollTo({});
+  for (const std::string& key : moved) NodeMoved(key);
+}
+
+Ref<Object> DiagramControl::GetDiagram() { return m_settings; }
+
+void DiagramControl::beginUpdate() { m_scene.beginUpdate(); }
+
+void DiagramControl::endUpdate() { m_scene.endUpdate(); }
+
+std::string DiagramControl::nodeNumberOfSections() const { return std::to_string(m_sections); }
+
+void DiagramControl::nodeNumberOfSections(std::string_view number) {
+  std::size_t sections = 0;
+  const auto [end, error] = std::from_chars(number.data(), number.data() + number.size(), sections);
+  if (error != std::errc() || end != number.data() + number.size() || sections > kMostSections) {
+    throw Error(ErrorNumber::typeMismatch, "Not a number of sections: " + std::string(number));
+  }
+  m_sections = sections;
+}
+
+void DiagramControl::ShowGrid(bool show) {
+  if (show == m_showGrid) return;
+  m_showGrid = show;
+  m_scene.damageAll();
+}
+
+Ref<Object> DiagramControl::GetCenter(const Value& item) {
+  if (const Node* node = nodeOf(item)) return make<PointObject>(node->bounds().center());
+  if (const Link* link = linkOf(item)) return make<PointObject>(middleOf(link->points()));
+  return {};
+}
+
+Ref<platform::DiagramNode> DiagramControl::GetHitNode(const Value& point) {
+  Point at = m_interaction->pointer();
+  if (!point.isEmpty()) {
+    const Ref<Object> object = point.object();
+    at = {object->get("x").number(), object->get("y").number()};
+  }
+  const auto hit = hitTest(m_scene, m_viewport, at);
+  return hit ? hit->node : nullptr;
+}
+
+void DiagramControl::CopyToClipboard() {
+  if (pictureMaker) m_registry.shell().copy({{"image/svg+xml", pictureMaker(m_scene)}});
+}
+
+void DiagramControl::PrintDiagram(bool preview) { PrintRequested(preview); }
+
+void DiagramControl::PointerMove(double x, double y) {
+  const Ref<DiagramControl> self(this);
+  m_interaction->pointerMove({x, y});
+}
+
+void DiagramControl::PointerPress(double x, double y, std::string_view button,
+                                  std::string_view modifiers) {
+  const Ref<DiagramControl> self(this);
+  m_interaction->pointerPress({{x, y}, buttonNamed(button), modifiersNamed(modifiers)});
+}
+
+void DiagramControl::PointerRelease(double x, double y, std::string_view button,
+                                    std::string_view modifiers) {
+  const Ref<DiagramControl> self(this);
+  m_interaction->pointerRelease({{x, y}, buttonNamed(button), modifiersNamed(modifiers)});
+}
+
+void DiagramControl::PointerDoubleClick(double x, double y) {
+  const Ref<DiagramControl> self(this);
+  m_interaction->pointerDoubleClick({x, y});
+}
+
+void DiagramControl::PointerLeave() {
+  const Ref<DiagramControl> self(this);
+  m_interaction->pointerLeave();
+}
+
+void DiagramControl::Wheel(double x, double y, double steps, std::string_view modifiers) {
+  const Modifiers held = modifiersNamed(modifiers);
+  if (held.ctrl) {
+    m_viewport.zoomTo(getZoom() * std::pow(kWheelZoomStep, std::clamp(steps, -100.0, 100.0)),
+                      {x, y});
+  } else {
+    const double pixels = -steps * kWheelPixels;
+    m_viewport.scrollBy(held.shift ? Point{pixels, 0} : Point{0, pixels});
+  }
+}
+
+bool DiagramControl::KeyPress(std::string_view key, std::string_view modifiers) {
+  const Ref<DiagramControl> self(this);
+  if (key == "Space" || key == " ") {
+    m_interaction->spaceHeld(true);
+    return true;
+  }
+  if (m_interaction->inGesture()) {
+    if (key == "Escape") m_interaction->cancel();
+    return true;
+  }
+  if (pressKey(*this, key, modifiersNamed(modifiers))) return true;
+  KeyReleased(std::string(key));
+  return false;
+}
+
+void DiagramControl::KeyRelease(std::string_view key, std::string_view) {
+  if (key == "Space" || key == " ") m_interaction->spaceHeld(false);
+}
+
+Ref<Object> DiagramControl::HitTest(double x, double y) {
+  const auto hit = hitTest(m_scene, m_viewport, {x, y});
+  if (!hit) return {};
+  return make<HitObject>(*hit);
+}
+
+std::string DiagramControl::Cursor() const { return std::string(nameOf(cursor())); }
+
+CursorShape DiagramControl::cursor() const { return m_interaction->cursor(); }
+
+std::optional<platform::Rect> DiagramControl::rubberBand() const {
+  return m_interaction->rubberBand();
+}
+
+}  // namespace brisel::canvas

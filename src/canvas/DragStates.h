@@ -1,0 +1,113 @@
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "canvas/Handles.h"
+#include "canvas/InteractionState.h"
+#include "canvas/Memory.h"
+
+namespace brisel::canvas {
+
+/// Boxes follow the pointer, and the lines follow them.
+class MoveState : public InteractionState {
+ public:
+  /// `before` is what was selected when the button went down.
+  MoveState(Interaction& owner, platform::Point start, SelectionMemory before);
+
+  void enter() override;
+  void move(const PointerEvent& event) override;
+  void release(const PointerEvent& event) override;
+  void cancel() override;
+  [[nodiscard]] bool needs(const Item& item) const override { return m_items.contains(item); }
+  [[nodiscard]] CursorShape cursor() const override { return CursorShape::move; }
+
+ private:
+  platform::Point m_start;
+  SelectionMemory m_before;
+  MovingItems m_items;
+};
+
+/// A handle of a box follows the pointer.
+class ResizeState : public InteractionState {
+ public:
+  ResizeState(Interaction& owner, Node& node, Handle handle, platform::Point start);
+
+  void move(const PointerEvent& event) override;
+  void release(const PointerEvent& event) override;
+  void cancel() override;
+  [[nodiscard]] bool needs(const Item& item) const override { return &item == m_node.get(); }
+  [[nodiscard]] CursorShape cursor() const override;
+
+ private:
+  platform::Ref<Node> m_node;
+  Handle m_handle;
+  platform::Point m_offset;  ///< from the pointer to the middle of the handle
+  platform::Rect m_before;
+  bool m_fitted;
+  CursorShape m_cursor;
+};
+
+/// A bend of a line follows the pointer; one dropped on the way between its neighbours goes away.
+class BendState : public InteractionState {
+ public:
+  /// With `isNew` the bend is made at the first move, otherwise it is there already.
+  BendState(Interaction& owner, Link& link, std::size_t bend, bool isNew, platform::Point start);
+
+  void enter() override;
+  void move(const PointerEvent& event) override;
+  void release(const PointerEvent& event) override;
+  void cancel() override;
+  [[nodiscard]] bool needs(const Item& item) const override { return &item == m_link.get(); }
+  [[nodiscard]] CursorShape cursor() const override { return CursorShape::pointing; }
+
+ private:
+  platform::Ref<Link> m_link;
+  std::size_t m_bend;
+  platform::Point m_start;
+  bool m_moved;
+  std::vector<platform::Point> m_before;
+  std::vector<platform::Point> m_bends;  ///< while it moves
+};
+
+/// A rectangle is drawn over empty canvas; what lies wholly in it is selected.
+class RubberBandState : public InteractionState {
+ public:
+  RubberBandState(Interaction& owner, const PointerEvent& event);
+
+  void enter() override;
+  void leave() override;
+  void move(const PointerEvent& event) override;
+  void release(const PointerEvent& event) override;
+  void cancel() override;
+  [[nodiscard]] CursorShape cursor() const override { return CursorShape::cross; }
+  [[nodiscard]] std::optional<platform::Rect> rubberBand() const override { return m_band; }
+
+ private:
+  void draw(platform::Point to);
+  void select() const;
+
+  platform::Point m_start;
+  bool m_adds;
+  SelectionMemory m_before;
+  std::optional<platform::Rect> m_band;
+};
+
+/// The canvas follows the pointer.
+class PanState : public InteractionState {
+ public:
+  PanState(Interaction& owner, const PointerEvent& event);
+
+  void move(const PointerEvent& event) override;
+  void release(const PointerEvent& event) override;
+  void cancel() override;
+  [[nodiscard]] CursorShape cursor() const override { return CursorShape::closedHand; }
+
+ private:
+  PointerEvent m_start;
+  platform::Point m_scroll;
+};
+
+}  // namespace brisel::canvas

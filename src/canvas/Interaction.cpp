@@ -1,0 +1,160 @@
+#include "canvas/Interaction.h"
+
+#include "canvas/DiagramControl.h"
+#include "canvas/SelectStates.h"
+
+namespace brisel::canvas {
+
+using platform::Point;
+using platform::Rect;
+using platform::Ref;
+
+class Interaction::Dispatch {
+ public:
+  explicit Dispatch(Interaction& owner) : m_owner(owner) { ++m_owner.m_depth; }
+  ~Dispatch() {
+    if (--m_owner.m_depth > 0) return;
+    m_owner.m_retired.clear();
+  }
+  Dispatch(const Dispatch&) = delete;
+  Dispatch& operator=(const Dispatch&) = delete;
+
+  /// To be called last: tells a cursor that changed meanwhile.
+  void done() {
+    if (m_owner.m_depth > 1 || m_owner.m_shownCursor == m_owner.cursor()) return;
+    m_owner.m_shownCursor = m_owner.cursor();
+    m_owner.m_control.CursorChanged();
+  }
+
+ private:
+  Interaction& m_owner;
+};
+
+namespace {
+
+CursorShape shapeOf(Handle handle) {
+  switch (handle) {
+    case Handle::topLeft:
+    case Handle::bottomRight:
+      return CursorShape::sizeNwSe;
+    case Handle::topRight:
+    case Handle::bottomLeft:
+      return CursorShape::sizeNeSw;
+    case Handle::top:
+    case Handle::bottom:
+      return CursorShape::sizeVertical;
+    case Handle::left:
+    case Handle::right:
+      return CursorShape::sizeHorizontal;
+  }
+  return CursorShape::arrow;
+}
+
+CursorShape shapeOver(const std::optional<Hit>& hit) {
+  if (!hit) return CursorShape::arrow;
+  if (hit->part == Hit::Part::handle) return shapeOf(hit->handle);
+  if (hit->part == Hit::Part::point) return CursorShape::pointing;
+  const bool selected = hit->node ? hit->node->isSelected() : hit->link->isSelected();
+  return selected ? CursorShape::move : CursorShape::arrow;
+}
+
+}  // namespace
+
+Interaction::Interaction(DiagramControl& control)
+    : m_control(control), m_state(std::make_unique<IdleState>(*this)) {}
+
+Interaction::~Interaction() = default;
+
+void Interaction::pointerMove(Point at) {
+  Dispatch dispatch(*this);
+  m_pointer = at;
+  m_state->move({at, PointerButton::none, {}});
+  dispatch.done();
+}
+
+void Interaction::pointerPress(const PointerEvent& event) {
+  Dispatch dispatch(*this);
+  m_pointer = event.at;
+  m_state->press(event);
+  dispatch.done();
+}
+
+void Interaction::pointerRelease(const PointerEvent& event) {
+  Dispatch dispatch(*this);
+  m_pointer = event.at;
+  m_state->release(event);
+  dispatch.done();
+}
+
+void Interaction::pointerDoubleClick(Point at) {
+  Dispatch dispatch(*this);
+  m_pointer = at;
+  m_state->doubleClick({at, PointerButton::left, {}});
+  dispatch.done();
+}
+
+void Interaction::pointerLeave() {
+  Dispatch dispatch(*this);
+  hover({});
+  dispatch.done();
+}
+
+void Interaction::spaceHeld(bool held) {
+  Dispatch dispatch(*this);
+  m_spaceHeld = held;
+  dispatch.done();
+}
+
+bool Interaction::cancel() {
+  if (!m_state->isGesture()) return false;
+  Dispatch dispatch(*this);
+  InteractionState& state = *m_state;
+  rest();  // first: what the undoing sets off finds no gesture any more
+  state.cancel();
+  dispatch.done();
+  return true;
+}
+
+void Interaction::forget(Item& item) {
+  if (m_hovered == &item.object()) {
+    m_hovered = nullptr;
+    m_hoverCursor = CursorShape::arrow;
+  }
+  if (m_state->needs(item)) cancel();
+}
+
+CursorShape Interaction::cursor() const { return m_state->cursor(); }
+
+std::optional<Rect> Interaction::rubberBand() const { return m_state->rubberBand(); }
+
+std::optional<Hit> Interaction::hitAt(Point at) const {
+  return hitTest(m_control.scene(), m_control.viewport(), at);
+}
+
+void Interaction::change(std::unique_ptr<InteractionState> next) {
+  m_state->leave();
+  m_retired.push_back(std::exchange(m_state, std::move(next)));
+  m_state->enter();
+}
+
+void Interaction::rest() { change(std::make_unique<IdleState>(*this)); }
+
+void Interaction::hover(const std::optional<Hit>& hit) {
+  m_hoverCursor = shapeOver(hit);
+  const Ref<platform::DiagramItem> item = !hit        ? nullptr
+                                          : hit->node ? Ref<platform::DiagramItem>(hit->node)
+                                                      : hit->link;
+  if (item == m_hovered) return;
+  leaveHovered();
+  if (!item) return;
+  m_hovered = item;
+  m_hoveredIsLink = hit->link != nullptr;
+  (m_hoveredIsLink ? m_control.LinkEnter : m_control.NodeEnter)(item->key());
+}
+
+void Interaction::leaveHovered() {
+  const auto left = std::exchange(m_hovered, nullptr);
+  if (left) (m_hoveredIsLink ? m_control.LinkLeave : m_control.NodeLeave)(left->key());
+}
+
+}  // namespace brisel::canvas

@@ -1,0 +1,70 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <vector>
+
+#include "canvas/HitTest.h"
+#include "canvas/InteractionState.h"
+#include "platform/Diagram.h"
+#include "platform/Ref.h"
+
+namespace brisel::canvas {
+
+/// Turns pointer input into what a person means by it, one state at a time, and tells what the
+/// pointer rests on. Owned by the control.
+class Interaction {
+ public:
+  explicit Interaction(DiagramControl& control);
+  ~Interaction();
+
+  void pointerMove(platform::Point at);
+  void pointerPress(const PointerEvent& event);
+  void pointerRelease(const PointerEvent& event);
+  void pointerDoubleClick(platform::Point at);
+  /// The pointer left the view: nothing is under it.
+  void pointerLeave();
+  /// While it is held, the left button pans.
+  void spaceHeld(bool held);
+
+  /// Ends a gesture as if it had never begun; false when there was none.
+  bool cancel();
+  [[nodiscard]] bool inGesture() const { return m_state->isGesture(); }
+  /// The item leaves the canvas: a gesture that needs it ends.
+  void forget(Item& item);
+
+  [[nodiscard]] CursorShape cursor() const;
+  [[nodiscard]] std::optional<platform::Rect> rubberBand() const;
+  /// Where the pointer was last.
+  [[nodiscard]] platform::Point pointer() const { return m_pointer; }
+
+  // For the states.
+  [[nodiscard]] DiagramControl& control() const { return m_control; }
+  [[nodiscard]] bool isSpaceHeld() const { return m_spaceHeld; }
+  [[nodiscard]] std::optional<Hit> hitAt(platform::Point at) const;
+  void change(std::unique_ptr<InteractionState> next);
+  /// Back to the state in which nothing is going on.
+  void rest();
+  /// What the pointer rests on; raises the events of entering and leaving when it is another.
+  void hover(const std::optional<Hit>& hit);
+  [[nodiscard]] CursorShape hoverCursor() const { return m_hoverCursor; }
+
+ private:
+  /// Keeps states that ended alive until the outermost input was dealt with.
+  class Dispatch;
+
+  void leaveHovered();
+
+  DiagramControl& m_control;
+  std::unique_ptr<InteractionState> m_state;
+  std::vector<std::unique_ptr<InteractionState>> m_retired;
+  platform::Ref<platform::DiagramItem> m_hovered;
+  bool m_hoveredIsLink = false;
+  CursorShape m_hoverCursor = CursorShape::arrow;
+  CursorShape m_shownCursor = CursorShape::arrow;
+  platform::Point m_pointer;
+  bool m_spaceHeld = false;
+  int m_depth = 0;
+};
+
+}  // namespace brisel::canvas

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <optional>
+
+#include "canvas/Input.h"
+#include "platform/Geometry.h"
+
+namespace brisel::canvas {
+
+class DiagramControl;
+class Interaction;
+class Item;
+
+struct PointerEvent {
+  platform::Point at;  ///< twips on the canvas
+  PointerButton button = PointerButton::none;
+  Modifiers modifiers;
+};
+
+/// What the pointer does at the moment: one object a mode or gesture, made when it begins and gone
+/// when it ends, so that gestures share no variables. A handler may hand over to another state; the
+/// old one lives until the handler has returned.
+class InteractionState {
+ public:
+  explicit InteractionState(Interaction& owner) : m_owner(owner) {}
+  InteractionState(const InteractionState&) = delete;
+  InteractionState& operator=(const InteractionState&) = delete;
+  virtual ~InteractionState() = default;
+
+  virtual void enter() {}
+  virtual void leave() {}
+  virtual void press(const PointerEvent&) {}
+  virtual void move(const PointerEvent&) {}
+  virtual void release(const PointerEvent&) {}
+  virtual void doubleClick(const PointerEvent&) {}
+  /// Takes back what the gesture did so far. The owner hands over to the next state.
+  virtual void cancel() {}
+
+  /// A gesture is under way, which Escape ends.
+  [[nodiscard]] virtual bool isGesture() const { return true; }
+  /// The gesture cannot go on without the item.
+  [[nodiscard]] virtual bool needs(const Item&) const { return false; }
+  [[nodiscard]] virtual CursorShape cursor() const { return CursorShape::arrow; }
+  [[nodiscard]] virtual std::optional<platform::Rect> rubberBand() const { return {}; }
+
+ protected:
+  Interaction& m_owner;
+};
+
+}  // namespace brisel::canvas

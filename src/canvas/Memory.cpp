@@ -1,0 +1,70 @@
+#include "canvas/Memory.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace brisel::canvas {
+
+using platform::Point;
+using platform::Ref;
+
+Point wholeTwips(Point point) { return {std::nearbyint(point.x), std::nearbyint(point.y)}; }
+
+SelectionMemory::SelectionMemory(Scene& scene) : m_scene(scene) {
+  for (Item* item : scene.selection().selectedItems()) m_items.push_back({&item->object(), item});
+}
+
+void SelectionMemory::restore() const { m_scene.selection().set(items()); }
+
+std::vector<Item*> SelectionMemory::items() const {
+  std::vector<Item*> present;
+  for (const Kept& kept : m_items) {
+    if (kept.item->scene() == &m_scene) present.push_back(kept.item);
+  }
+  return present;
+}
+
+MovingItems::MovingItems(Scene& scene) : m_scene(scene) {
+  for (const auto& node : scene.selection().nodes()) {
+    m_nodes.push_back({node, node->bounds()});
+    for (const Node::Attached& end : node->attached()) {
+      if (!end.atSource || end.link->bends().empty()) continue;
+      if (end.link->targetNode().isSelected()) m_links.push_back({end.link, end.link->bends()});
+    }
+  }
+}
+
+void MovingItems::moveBy(Point distance) {
+  const Scene::Update update(&m_scene);
+  const Point whole = wholeTwips(distance);
+  for (const MovingNode& moving : m_nodes) {
+    if (moving.node->scene() != &m_scene) continue;
+    const bool fits = moving.node->fitsText();
+    moving.node->bounds(moving.bounds.movedBy(whole));
+    if (fits) moving.node->fitToText(true);
+  }
+  for (const MovingLink& moving : m_links) {
+    if (moving.link->scene() != &m_scene) continue;
+    auto bends = moving.bends;
+    for (Point& bend : bends) bend = bend + whole;
+    moving.link->bends(std::move(bends));
+  }
+}
+
+std::vector<std::string> MovingItems::movedKeys() const {
+  std::vector<std::string> keys;
+  for (const MovingNode& moving : m_nodes) {
+    if (moving.node->scene() != &m_scene) continue;
+    if (moving.node->bounds().topLeft() != moving.bounds.topLeft()) {
+      keys.push_back(moving.node->key());
+    }
+  }
+  return keys;
+}
+
+bool MovingItems::contains(const Item& item) const {
+  const auto isIt = [&](const MovingNode& moving) { return moving.node.get() == &item; };
+  return std::any_of(m_nodes.begin(), m_nodes.end(), isIt);
+}
+
+}  // namespace brisel::canvas

@@ -1,0 +1,61 @@
+#pragma once
+
+#include <vector>
+
+#include "canvas/Item.h"
+#include "canvas/Link.h"
+#include "canvas/Node.h"
+#include "canvas/Scene.h"
+#include "platform/Diagram.h"
+
+/// What gestures remember, to go on from or to go back to. Items that left the canvas meanwhile
+/// are passed over.
+namespace brisel::canvas {
+
+/// What was selected.
+class SelectionMemory {
+ public:
+  explicit SelectionMemory(Scene& scene);
+
+  void restore() const;
+  [[nodiscard]] std::vector<Item*> items() const;
+
+ private:
+  struct Kept {
+    platform::Ref<platform::DiagramItem> object;
+    Item* item;
+  };
+  Scene& m_scene;
+  std::vector<Kept> m_items;
+};
+
+/// The selected boxes and the bends of the lines between them, to be moved as one.
+class MovingItems {
+ public:
+  explicit MovingItems(Scene& scene);
+
+  [[nodiscard]] bool empty() const { return m_nodes.empty(); }
+  /// Puts everything at its first place plus the distance, in whole twips.
+  void moveBy(platform::Point distance);
+  /// Keys of the boxes that do not stand at their first place.
+  [[nodiscard]] std::vector<std::string> movedKeys() const;
+  [[nodiscard]] bool contains(const Item& item) const;
+
+ private:
+  struct MovingNode {
+    platform::Ref<Node> node;
+    platform::Rect bounds;
+  };
+  struct MovingLink {
+    platform::Ref<Link> link;
+    std::vector<platform::Point> bends;
+  };
+  Scene& m_scene;
+  std::vector<MovingNode> m_nodes;
+  std::vector<MovingLink> m_links;
+};
+
+/// The nearest whole twips.
+[[nodiscard]] platform::Point wholeTwips(platform::Point point);
+
+}  // namespace brisel::canvas
