@@ -3,6 +3,9 @@
 #include <algorithm>
 #include <utility>
 
+#include "layout/Numbers.h"
+#include "layout/Sifting.h"
+
 namespace brisel::layout {
 namespace {
 
@@ -45,28 +48,86 @@ class BilayerCounter {
 class Sweeper {
  public:
   explicit Sweeper(LayeredGraph& graph)
-      : m_graph(graph), m_key(graph.layer.size()), m_best(graph.rows) {}
+      : m_graph(graph),
+        m_sifter(graph),
+        m_numbers(1),
+        m_key(graph.layer.size()),
+        m_best(graph.rows) {}
 
   void run() {
-    std::int64_t best = crossings(m_graph);
-    int idle = 0;
-    for (int sweep = 0; sweep < kMostSweeps && idle < kIdleSweeps && best > 0; ++sweep) {
-      sweepOnce(sweep % 2 == 0, sweep % 4 >= 2);
-      exchangeNeighbours();
-      const std::int64_t now = crossings(m_graph);
-      idle = now < best - best / 200 ? 0 : idle + 1;
-      if (now < best) {
-        best = now;
-        m_best = m_graph.rows;
+    m_least = crossings(m_graph);
+    m_most = std::min(kMostWork, kWork + kWorkPerNode * m_graph.nodes());
+    sweepUntilIdle();
+    restoreBest();
+    siftUntilIdle();
+    for (int round = 0; round < kMostRestarts && m_least > 0 && m_sifter.work() < m_most; ++round) {
+      if (round % 2 == 0) {
+        restoreBest();
+        sweepOnce(true, round % 4 == 0);
+        sweepOnce(false, round % 4 == 0);
+      } else {
+        shuffle();
+        sweepUntilIdle();
       }
+      siftUntilIdle();
     }
-    m_graph.rows = m_best;
-    for (int row = 0; row < count(m_graph.rows); ++row) m_graph.numberRow(row);
+    restoreBest();
   }
 
  private:
   static constexpr int kMostSweeps = 60;
   static constexpr int kIdleSweeps = 8;
+  static constexpr int kMostRestarts = 40;
+  static constexpr std::int64_t kWork = 20'000'000;
+  static constexpr std::int64_t kWorkPerNode = 20'000;
+  static constexpr std::int64_t kMostWork = 2'000'000'000;
+
+  void sweepUntilIdle() {
+    std::int64_t least = crossings(m_graph);
+    int idle = 0;
+    for (int sweep = 0; sweep < kMostSweeps && idle < kIdleSweeps && m_least > 0; ++sweep) {
+      sweepOnce(sweep % 2 == 0, sweep % 4 >= 2);
+      exchangeNeighbours();
+      const std::int64_t now = crossings(m_graph);
+      idle = now < least - least / 200 ? 0 : idle + 1;
+      least = std::min(least, now);
+      keepIfBest(now);
+    }
+  }
+
+  void siftUntilIdle() {
+    std::int64_t now = crossings(m_graph);
+    const int rows = count(m_graph.rows);
+    for (int round = 0; round < kMostSweeps && now > 0; ++round) {
+      std::int64_t gained = 0;
+      for (int k = 0; k < rows && m_sifter.work() < m_most; ++k) {
+        gained += m_sifter.siftRow(round % 2 == 0 ? k : rows - 1 - k);
+      }
+      now -= gained;
+      if (gained <= now / 500) break;
+    }
+    keepIfBest(now);
+  }
+
+  void keepIfBest(std::int64_t now) {
+    if (now >= m_least) return;
+    m_least = now;
+    m_best = m_graph.rows;
+  }
+  void restoreBest() {
+    m_graph.rows = m_best;
+    for (int row = 0; row < count(m_graph.rows); ++row) m_graph.numberRow(row);
+  }
+
+  void shuffle() {
+    for (int row = 0; row < count(m_graph.rows); ++row) {
+      auto& nodes = m_graph.rows[row];
+      for (std::size_t i = nodes.size(); i > 1; --i) {
+        std::swap(nodes[i - 1], nodes[m_numbers.next() % i]);
+      }
+      m_graph.numberRow(row);
+    }
+  }
 
   void sweepOnce(bool down, bool turnTies) {
     const int rows = count(m_graph.rows);
@@ -158,6 +219,10 @@ class Sweeper {
   }
 
   LayeredGraph& m_graph;
+  Sifter m_sifter;
+  Numbers m_numbers;
+  std::int64_t m_least = 0;
+  std::int64_t m_most = 0;
   std::vector<double> m_key;
   std::vector<std::vector<int>> m_best;
   std::vector<int> m_sorted;

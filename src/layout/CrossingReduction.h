@@ -14,8 +14,9 @@ namespace brisel::layout {
 /// Pre: rows and positions are filled.
 /// Post: every row holds the same nodes as before; there are no more crossings than before.
 /// Sweeps by barycenters (Sugiyama, Tagawa, Toda: Methods for visual understanding of hierarchical
-/// system structures, 1981) with exchanges of neighbours that look at both sides, until several
-/// sweeps in a row gain less than a small share.
+/// system structures, 1981) with exchanges of neighbours, then sifting until a round gains less
+/// than a small share; both again from disturbed and from shuffled rows while a bound on the work,
+/// which grows with the graph, allows.
 void reduceCrossings(LayeredGraph& graph);
 
 }  // namespace brisel::layout

@@ -10,6 +10,7 @@
 #include "layout/Packing.h"
 #include "layout/RowPlacement.h"
 #include "layout/StraightLines.h"
+#include "layout/WideLayers.h"
 
 namespace brisel::layout {
 namespace {
@@ -36,7 +37,9 @@ void stackRows(const Component& component, const LayeredGraph& graph, double gap
 Size drawComponent(const Graph& input, Component& component, const Spacing& spacing,
                    Drawing& drawing) {
   removeCycles(component);
-  LayeredGraph graph = withBends(component, layersOf(component));
+  std::vector<int> layer = layersOf(component);
+  splitWideLayers(component, spacing, layer);
+  LayeredGraph graph = withBends(component, layer);
   reduceCrossings(graph);
 
   std::vector<double> width = component.width;

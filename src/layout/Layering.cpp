@@ -5,7 +5,7 @@
 namespace brisel::layout {
 
 std::vector<int> layersOf(const Component& component) {
-  constexpr int kInheritanceWeight = 3;
+  constexpr int kInheritanceWeight = 1;
   constexpr std::int64_t kBudget = 300'000'000;
   std::vector<Constraint> constraints;
   constraints.reserve(component.arcs.size());

@@ -1,214 +1,174 @@
 #include "layout/RowPlacement.h"
 
 #include <algorithm>
-#include <array>
 #include <limits>
-#include <tuple>
-#include <utility>
 
 namespace brisel::layout {
 namespace {
 
-/// One of the four extreme placements: aligned with the row above or below, packed from the left
-/// or from the right.
-struct Direction {
-  bool fromBelow;
-  bool fromRight;
-};
-
 class Placer {
  public:
   Placer(const LayeredGraph& graph, const std::vector<double>& width, const RowGaps& gaps)
-      : m_graph(graph),
-        m_width(width),
-        m_gaps(gaps),
-        m_leftBound(graph.layer.size()),
-        m_rightBound(graph.layer.size()) {
-    boundStraightLines();
-  }
+      : m_graph(graph), m_width(width), m_gaps(gaps), m_x(graph.layer.size(), 0) {}
 
   std::vector<double> place() {
-    std::array<std::vector<double>, 4> extremes;
-    for (int i = 0; i < 4; ++i) extremes[i] = placeFrom({i >= 2, i % 2 == 1});
-    return balanced(extremes);
+    for (const auto& row : m_graph.rows) packInMiddle(row);
+    for (int round = 0; round < kRounds; ++round) {
+      sweep(true, 1, round < kRounds / 2 ? 0.02 : 1);
+      sweep(false, round < kRounds / 2 ? 0.02 : 1, 1);
+    }
+    for (int round = 0; round < kStraightenings; ++round) {
+      straighten();
+      sweepBoxes();
+    }
+    straighten();
+    double left = std::numeric_limits<double>::infinity();
+    for (int n = 0; n < m_graph.nodes(); ++n) left = std::min(left, m_x[n] - m_width[n] / 2);
+    for (double& x : m_x) x -= left;
+    return std::move(m_x);
   }
 
  private:
-  [[nodiscard]] int nodes() const { return m_graph.nodes(); }
+  static constexpr int kRounds = 24;
+  static constexpr int kStraightenings = 3;
+
+  struct Block {
+    double sum;
+    double weight;
+    int end;
+    [[nodiscard]] double mean() const { return sum / weight; }
+  };
+
   [[nodiscard]] double separation(int left, int right) const {
     const bool boxes = !m_graph.isBend(left) && !m_graph.isBend(right);
     return (m_width[left] + m_width[right]) / 2 + (boxes ? m_gaps.box : m_gaps.line);
   }
 
-  /// A short line that crosses the inner part of a long one is never drawn straight: finds for
-  /// each node between which positions of the row above its straight lines may end.
-  void boundStraightLines() {
-    for (int row = 0; row + 1 < count(m_graph.rows); ++row) {
-      const auto& lower = m_graph.rows[row + 1];
-      int first = 0;
-      int leftBound = 0;
-      for (int i = 0; i < count(lower); ++i) {
-        const int inner = innerAbove(lower[i]);
-        const bool last = i + 1 == count(lower);
-        if (inner < 0 && !last) continue;
-        const int rightBound = inner < 0 ? count(m_graph.rows[row]) : m_graph.position[inner];
-        for (; first <= i; ++first) {
-          m_leftBound[lower[first]] = leftBound;
-          m_rightBound[lower[first]] = rightBound;
-        }
-        leftBound = rightBound;
-      }
+  void packInMiddle(const std::vector<int>& row) {
+    for (int i = 1; i < count(row); ++i) {
+      m_x[row[i]] = m_x[row[i - 1]] + separation(row[i - 1], row[i]);
     }
+    const double middle = (m_x[row.front()] + m_x[row.back()]) / 2;
+    for (const int n : row) m_x[n] -= middle;
   }
 
-  [[nodiscard]] int innerAbove(int node) const {
-    if (!m_graph.isBend(node)) return -1;
-    const int above = m_graph.above.of(node)[0];
-    return m_graph.isBend(above) ? above : -1;
+  /// The pull of a short line: strongest inside a long one, so that this becomes straight.
+  [[nodiscard]] double pull(int a, int b) const {
+    const int bends = (m_graph.isBend(a) ? 1 : 0) + (m_graph.isBend(b) ? 1 : 0);
+    return bends == 2 ? 8 : bends == 1 ? 2 : 1;
   }
 
-  [[nodiscard]] bool isCrossed(int upper, int lower) const {
-    const int at = m_graph.position[upper];
-    return at < m_leftBound[lower] || at > m_rightBound[lower];
-  }
-
-  std::vector<double> placeFrom(Direction direction) {
-    align(direction);
-    orderBlocks(direction);
-    std::vector<double> x = pack(direction);
-    if (direction.fromRight) {
-      for (double& value : x) value = -value;
-    }
-    return x;
-  }
-
-  [[nodiscard]] int at(int row, int i, bool fromRight) const {
-    const auto& nodesOfRow = m_graph.rows[row];
-    return nodesOfRow[fromRight ? count(nodesOfRow) - 1 - i : i];
-  }
-
-  /// Joins nodes with the median of their neighbours into blocks; m_root is each node's block.
-  void align(Direction direction) {
-    m_root.resize(nodes());
-    for (int n = 0; n < nodes(); ++n) m_root[n] = n;
+  void sweep(bool down, double pullAbove, double pullBelow) {
     const int rows = count(m_graph.rows);
-    std::vector<int> near;
-    for (int k = 1; k < rows; ++k) {
-      const int row = direction.fromBelow ? rows - 1 - k : k;
-      int last = -1;
-      for (int i = 0; i < count(m_graph.rows[row]); ++i) {
-        const int node = at(row, i, direction.fromRight);
-        const auto fixed = (direction.fromBelow ? m_graph.below : m_graph.above).of(node);
-        if (fixed.empty()) continue;
-        near.assign(fixed.begin(), fixed.end());
-        std::sort(near.begin(), near.end(),
-                  [&](int a, int b) { return sided(a, direction) < sided(b, direction); });
-        for (const int m : {(count(near) - 1) / 2, count(near) / 2}) {
-          const int other = near[m];
-          if (sided(other, direction) <= last) continue;
-          const bool below = direction.fromBelow;
-          if (isCrossed(below ? node : other, below ? other : node)) continue;
-          m_root[node] = m_root[other];
-          last = sided(other, direction);
-          break;
+    for (int k = 0; k < rows; ++k) {
+      const auto& row = m_graph.rows[down ? k : rows - 1 - k];
+      wish(row, pullAbove, pullBelow);
+      settle(row);
+    }
+  }
+
+  /// Where the neighbours pull each node of a row, and how strongly.
+  void wish(const std::vector<int>& row, double pullAbove, double pullBelow) {
+    m_wish.clear();
+    m_weight.clear();
+    for (const int node : row) {
+      double sum = 0;
+      double weight = 0;
+      const auto add = [&](const Adjacency& side, double factor) {
+        for (const int other : side.of(node)) {
+          const double w = pull(node, other) * factor;
+          sum += w * m_x[other];
+          weight += w;
         }
+      };
+      add(m_graph.above, pullAbove);
+      add(m_graph.below, pullBelow);
+      if (weight == 0) {
+        weight = 0.01;
+        sum = weight * m_x[node];
       }
+      m_wish.push_back(sum / weight);
+      m_weight.push_back(weight);
     }
   }
 
-  [[nodiscard]] int sided(int node, Direction direction) const {
-    const int position = m_graph.position[node];
-    return direction.fromRight ? count(m_graph.rows[m_graph.layer[node]]) - 1 - position : position;
-  }
-
-  /// Blocks in an order in which each comes after all those before it in any row.
-  void orderBlocks(Direction direction) {
-    m_after = makeAdjacency(nodes(), [&](auto&& add) {
-      for (int row = 0; row < count(m_graph.rows); ++row) {
-        for (int i = 0; i + 1 < count(m_graph.rows[row]); ++i) {
-          add(m_root[at(row, i, direction.fromRight)], at(row, i + 1, direction.fromRight));
-        }
-      }
-    });
-    std::vector<int> open(m_root.size(), 0);
-    for (const int node : m_after.items) ++open[m_root[node]];
-    m_sequence.clear();
-    for (int n = 0; n < nodes(); ++n) {
-      if (m_root[n] == n && open[n] == 0) m_sequence.push_back(n);
+  /// The places nearest to the wishes, in weighted squares, that keep order and gaps: neighbours
+  /// that would come too near are joined to a block.
+  void settle(const std::vector<int>& row) {
+    m_offset.assign(1, 0);
+    for (int i = 1; i < count(row); ++i) {
+      m_offset.push_back(m_offset.back() + separation(row[i - 1], row[i]));
     }
-    for (std::size_t next = 0; next < m_sequence.size(); ++next) {
-      for (const int node : m_after.of(m_sequence[next])) {
-        if (--open[m_root[node]] == 0) m_sequence.push_back(m_root[node]);
+    m_blocks.clear();
+    for (int i = 0; i < count(row); ++i) {
+      m_blocks.push_back({m_weight[i] * (m_wish[i] - m_offset[i]), m_weight[i], i + 1});
+      while (m_blocks.size() > 1) {
+        const Block last = m_blocks.back();
+        Block& before = m_blocks[m_blocks.size() - 2];
+        if (before.mean() <= last.mean()) break;
+        before = {before.sum + last.sum, before.weight + last.weight, last.end};
+        m_blocks.pop_back();
       }
+    }
+    int i = 0;
+    for (const Block& block : m_blocks) {
+      for (; i < block.end; ++i) m_x[row[i]] = block.mean() + m_offset[i];
     }
   }
 
-  /// Packs the blocks to one side, then moves each back as far as those after it allow.
-  std::vector<double> pack(Direction direction) {
-    std::vector<double> x(m_root.size(), 0);
-    const auto apart = [&](int node) {
-      const int i = sided(node, direction);
-      return separation(at(m_graph.layer[node], i - 1, direction.fromRight), node);
-    };
-    for (const int block : m_sequence) {
-      for (const int node : m_after.of(block)) {
-        const int next = m_root[node];
-        x[next] = std::max(x[next], x[block] + apart(node));
+  /// Puts bends that follow each other on one x as far as their neighbours leave room.
+  void straighten() {
+    for (int first = m_graph.boxes; first < m_graph.nodes();) {
+      double low = leftRoom(first);
+      double high = rightRoom(first);
+      double sum = m_x[first];
+      int end = first + 1;
+      for (; end < m_graph.nodes() && m_graph.above.of(end)[0] == end - 1; ++end) {
+        const double l = std::max(low, leftRoom(end));
+        const double h = std::min(high, rightRoom(end));
+        if (l > h) break;
+        low = l;
+        high = h;
+        sum += m_x[end];
       }
+      const double x = std::clamp(sum / (end - first), low, high);
+      for (; first < end; ++first) m_x[first] = x;
     }
-    for (auto it = m_sequence.rbegin(); it != m_sequence.rend(); ++it) {
-      double room = std::numeric_limits<double>::infinity();
-      for (const int node : m_after.of(*it)) {
-        room = std::min(room, x[m_root[node]] - apart(node));
-      }
-      if (room < std::numeric_limits<double>::infinity()) x[*it] = std::max(x[*it], room);
-    }
-    for (int n = 0; n < nodes(); ++n) x[n] = x[m_root[n]];
-    return x;
   }
 
-  /// The mean of the two middle ones of four placements, each shifted to the narrowest one.
-  std::vector<double> balanced(std::array<std::vector<double>, 4>& extremes) {
-    std::array<double, 4> low{};
-    std::array<double, 4> high{};
-    for (int i = 0; i < 4; ++i) std::tie(low[i], high[i]) = bounds(extremes[i]);
-    int narrowest = 0;
-    for (int i = 1; i < 4; ++i) {
-      if (high[i] - low[i] < high[narrowest] - low[narrowest]) narrowest = i;
-    }
-    for (int i = 0; i < 4; ++i) {
-      const double shift = i % 2 == 0 ? low[narrowest] - low[i] : high[narrowest] - high[i];
-      for (double& value : extremes[i]) value += shift;
-    }
-    std::vector<double> x(m_root.size());
-    for (int n = 0; n < nodes(); ++n) {
-      std::array<double, 4> four{extremes[0][n], extremes[1][n], extremes[2][n], extremes[3][n]};
-      std::sort(four.begin(), four.end());
-      x[n] = (four[1] + four[2]) / 2;
-    }
-    const double left = bounds(x).first;
-    for (double& value : x) value -= left;
-    return x;
+  [[nodiscard]] double leftRoom(int node) const {
+    const auto& row = m_graph.rows[m_graph.layer[node]];
+    const int i = m_graph.position[node];
+    if (i == 0) return -std::numeric_limits<double>::infinity();
+    return m_x[row[i - 1]] + separation(row[i - 1], node);
+  }
+  [[nodiscard]] double rightRoom(int node) const {
+    const auto& row = m_graph.rows[m_graph.layer[node]];
+    const int i = m_graph.position[node];
+    if (i + 1 == count(row)) return std::numeric_limits<double>::infinity();
+    return m_x[row[i + 1]] - separation(node, row[i + 1]);
   }
 
-  [[nodiscard]] std::pair<double, double> bounds(const std::vector<double>& x) const {
-    std::pair<double, double> b{std::numeric_limits<double>::infinity(),
-                                -std::numeric_limits<double>::infinity()};
-    for (int n = 0; n < nodes(); ++n) {
-      b.first = std::min(b.first, x[n] - m_width[n] / 2);
-      b.second = std::max(b.second, x[n] + m_width[n] / 2);
+  /// Moves boxes towards their neighbours while bends stand.
+  void sweepBoxes() {
+    for (const auto& row : m_graph.rows) {
+      wish(row, 1, 1);
+      for (int i = 0; i < count(row); ++i) {
+        if (m_graph.isBend(row[i])) continue;
+        const double low = leftRoom(row[i]);
+        m_x[row[i]] = std::max(low, std::min(m_wish[i], rightRoom(row[i])));
+      }
     }
-    return b;
   }
 
   const LayeredGraph& m_graph;
   const std::vector<double>& m_width;
   const RowGaps& m_gaps;
-  std::vector<int> m_leftBound;
-  std::vector<int> m_rightBound;
-  std::vector<int> m_root;
-  Adjacency m_after;  ///< of each block the nodes right after its own
-  std::vector<int> m_sequence;
+  std::vector<double> m_x;
+  std::vector<double> m_wish;
+  std::vector<double> m_weight;
+  std::vector<double> m_offset;
+  std::vector<Block> m_blocks;
 };
 
 }  // namespace

@@ -13,6 +13,7 @@
 #include "layout/NetworkSimplex.h"
 #include "layout/Numbers.h"
 #include "layout/RowPlacement.h"
+#include "layout/WideLayers.h"
 
 namespace brisel::layout {
 namespace {
@@ -78,12 +79,33 @@ TEST(CycleRemoval, TurnsFewArcs) {
   }
 }
 
-TEST(Layering, EveryArcLeadsDown) {
+void expectLayering(const Component& c, const std::vector<int>& layer) {
+  EXPECT_EQ(*std::min_element(layer.begin(), layer.end()), 0);
+  for (const Arc& arc : c.arcs) ASSERT_LT(layer[arc.from], layer[arc.to]);
+}
+
+TEST(Layering, EveryArcLeadsDownWhateverTheShape) {
   for (Component& c : components()) {
     removeCycles(c);
-    const std::vector<int> layer = layersOf(c);
-    EXPECT_EQ(*std::min_element(layer.begin(), layer.end()), 0);
-    for (const Arc& arc : c.arcs) EXPECT_LT(layer[arc.from], layer[arc.to]);
+    const std::vector<int> plain = layersOf(c);
+    expectLayering(c, plain);
+    for (const double aspect : {0.1, 1.0, 50.0}) {
+      std::vector<int> layer = plain;
+      splitWideLayers(c, {30, 50, aspect}, layer);
+      expectLayering(c, layer);
+    }
+  }
+}
+
+TEST(WideLayers, TakeTheWantedShape) {
+  for (const double aspect : {0.5, 1.0, 2.0}) {
+    Component c = partsOf(test::star(1000), 10).components.at(0);
+    std::vector<int> layer = layersOf(c);
+    splitWideLayers(c, {30, 50, aspect}, layer);
+    std::vector<int> boxes(1 + *std::max_element(layer.begin(), layer.end()), 0);
+    for (const int l : layer) ++boxes[l];
+    const double width = *std::max_element(boxes.begin(), boxes.end()) * 130.0;
+    EXPECT_NEAR(width / (count(boxes) * 110.0), aspect, 0.35 * aspect);
   }
 }
 
