@@ -74,6 +74,11 @@ inline void ownershipName(std::string& name, std::string_view source, std::strin
   name.assign(source).append(1, '.').append(relation).append(1, '.').append(target);
 }
 
+/// The text as errors show it.
+[[nodiscard]] inline std::string inQuotes(std::string_view text) {
+  return std::string("\"").append(text).append("\"");
+}
+
 /// Whether the property is a node's own name or identifier, which its line begins with.
 [[nodiscard]] constexpr bool isOwnProperty(std::string_view name) {
   return platform::equalsIgnoringCase(name, "Name") ||

@@ -15,6 +15,9 @@ using platform::Value;
 
 namespace {
 
+/// The properties of the geometry nodes.
+namespace record {
+
 constexpr std::string_view kTop = "top";
 constexpr std::string_view kLeft = "left";
 constexpr std::string_view kWidth = "Width";
@@ -31,6 +34,7 @@ constexpr std::string_view kLinkId = "linkId";
 constexpr std::string_view kLinkClass = "linkClass";
 constexpr std::string_view kRank = "rank";
 constexpr std::array kPointKeys = {kX, kY, kKindOfPosition, kLinkId, kLinkClass, kRank};
+}  // namespace record
 
 /// What stands for the point's place in its line.
 std::string_view kindOfPosition(std::size_t index, std::size_t count) {
@@ -39,21 +43,21 @@ std::string_view kindOfPosition(std::size_t index, std::size_t count) {
 }
 
 std::optional<dim::Area> areaOf(const Node& record) {
-  const Value left = record.GetProperty(kLeft);
-  const Value top = record.GetProperty(kTop);
-  const Value width = record.GetProperty(kWidth);
-  const Value height = record.GetProperty(kHeight);
+  const Value left = record.GetProperty(record::kLeft);
+  const Value top = record.GetProperty(record::kTop);
+  const Value width = record.GetProperty(record::kWidth);
+  const Value height = record.GetProperty(record::kHeight);
   if (!left.isInteger() || !top.isInteger() || !width.isInteger() || !height.isInteger()) return {};
-  if (record.GetProperty(kIsVisible) != Value(true)) return {};
+  if (record.GetProperty(record::kIsVisible) != Value(true)) return {};
   return dim::Area{left.integer(), top.integer(), width.integer(), height.integer()};
 }
 
 std::optional<dim::Point> pointOf(const Node& record, std::size_t index, std::size_t count) {
-  const Value x = record.GetProperty(kX);
-  const Value y = record.GetProperty(kY);
+  const Value x = record.GetProperty(record::kX);
+  const Value y = record.GetProperty(record::kY);
   if (!x.isInteger() || !y.isInteger()) return {};
-  if (record.GetProperty(kRank) != Value(static_cast<std::int64_t>(index + 1))) return {};
-  if (record.GetProperty(kKindOfPosition) != Value(kindOfPosition(index, count))) return {};
+  if (record.GetProperty(record::kRank) != Value(static_cast<std::int64_t>(index + 1))) return {};
+  if (record.GetProperty(record::kKindOfPosition) != Value(kindOfPosition(index, count))) return {};
   return dim::Point{x.integer(), y.integer()};
 }
 
@@ -66,10 +70,10 @@ struct DimGeometry::Kind {
   std::span<const std::string_view> keys;
 };
 
-const DimGeometry::Kind DimGeometry::kAreas = {platform::types::kGeomArea, kNodeId, kNodeClass,
-                                               kAreaKeys};
-const DimGeometry::Kind DimGeometry::kPoints = {platform::types::kGeomPoint, kLinkId, kLinkClass,
-                                                kPointKeys};
+const DimGeometry::Kind DimGeometry::kAreas = {platform::types::kGeomArea, record::kNodeId,
+                                               record::kNodeClass, record::kAreaKeys};
+const DimGeometry::Kind DimGeometry::kPoints = {platform::types::kGeomPoint, record::kLinkId,
+                                                record::kLinkClass, record::kPointKeys};
 
 DimGeometry::DimGeometry(const platform::MetaRepository& repository) {
   for (MetaType& type : each<MetaType>(repository.nodeTypes())) {
@@ -169,25 +173,25 @@ const Node* DimGeometry::elementOf(const Node& record, const Kind& kind) const {
 void DimGeometryMaker::makeArea(std::string_view type, std::string_view identifier,
                                 const dim::Area& area) {
   const auto node = makeNode(platform::types::kGeomArea);
-  node->SetProperty(kTop, area.top);
-  node->SetProperty(kLeft, area.left);
-  node->SetProperty(kWidth, area.width);
-  node->SetProperty(kIsVisible, true);
-  node->SetProperty(kHeight, area.height);
-  node->SetProperty(kNodeId, identifier);
-  node->SetProperty(kNodeClass, type);
+  node->SetProperty(record::kTop, area.top);
+  node->SetProperty(record::kLeft, area.left);
+  node->SetProperty(record::kWidth, area.width);
+  node->SetProperty(record::kIsVisible, true);
+  node->SetProperty(record::kHeight, area.height);
+  node->SetProperty(record::kNodeId, identifier);
+  node->SetProperty(record::kNodeClass, type);
 }
 
 void DimGeometryMaker::makePoints(std::string_view type, std::string_view identifier,
                                   std::span<const dim::Point> points) {
   for (std::size_t i = 0; i < points.size(); ++i) {
     const auto node = makeNode(platform::types::kGeomPoint);
-    node->SetProperty(kX, points[i].x);
-    node->SetProperty(kY, points[i].y);
-    node->SetProperty(kKindOfPosition, kindOfPosition(i, points.size()));
-    node->SetProperty(kLinkId, identifier);
-    node->SetProperty(kLinkClass, type);
-    node->SetProperty(kRank, static_cast<std::int64_t>(i + 1));
+    node->SetProperty(record::kX, points[i].x);
+    node->SetProperty(record::kY, points[i].y);
+    node->SetProperty(record::kKindOfPosition, kindOfPosition(i, points.size()));
+    node->SetProperty(record::kLinkId, identifier);
+    node->SetProperty(record::kLinkClass, type);
+    node->SetProperty(record::kRank, static_cast<std::int64_t>(i + 1));
   }
 }
 

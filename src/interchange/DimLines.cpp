@@ -14,17 +14,17 @@ namespace json = simdjson::ondemand;
 using simdjson::simdjson_error;
 
 /// The keys of all elements, in an order in which each element's own follow one another.
-constexpr std::array kKeys = {dim::key::kFormat, dim::key::kVersion,    dim::key::kKind,
-                              dim::key::kEnd,    dim::key::kNode,       dim::key::kLink,
-                              dim::key::kId,     dim::key::kName,       dim::key::kSource,
-                              dim::key::kTarget, dim::key::kProperties, dim::key::kArea,
-                              dim::key::kPoints};
-constexpr std::size_t kNoKey = kKeys.size();
+constexpr std::array kLineKeys = {dim::key::kFormat, dim::key::kVersion,    dim::key::kKind,
+                                  dim::key::kEnd,    dim::key::kNode,       dim::key::kLink,
+                                  dim::key::kId,     dim::key::kName,       dim::key::kSource,
+                                  dim::key::kTarget, dim::key::kProperties, dim::key::kArea,
+                                  dim::key::kPoints};
+constexpr std::size_t kNoKey = kLineKeys.size();
 
 using KeySet = std::uint32_t;
 constexpr KeySet setOf(std::string_view key) {
-  for (std::size_t i = 0; i < kKeys.size(); ++i) {
-    if (kKeys[i] == key) return KeySet{1} << i;
+  for (std::size_t i = 0; i < kLineKeys.size(); ++i) {
+    if (kLineKeys[i] == key) return KeySet{1} << i;
   }
   return 0;
 }
@@ -39,7 +39,7 @@ struct Form {
 };
 constexpr KeySet kNamed = setOf(dim::key::kId) | setOf(dim::key::kName);
 constexpr KeySet kEnds = setOf(dim::key::kId) | setOf(dim::key::kSource) | setOf(dim::key::kTarget);
-constexpr std::array kForms = {
+constexpr std::array kLineForms = {
     Form{DimLine::Kind::node, "a node", setOf(dim::key::kNode), kNamed,
          kNamed | setOf(dim::key::kProperties) | setOf(dim::key::kArea) | setOf(dim::key::kPoints)},
     Form{DimLine::Kind::link, "a link", setOf(dim::key::kLink), kEnds,
@@ -48,8 +48,6 @@ constexpr std::array kForms = {
          setOf(dim::key::kVersion) | setOf(dim::key::kKind),
          setOf(dim::key::kVersion) | setOf(dim::key::kKind)},
     Form{DimLine::Kind::end, "an end", setOf(dim::key::kEnd), 0, 0}};
-
-std::string inQuotes(std::string_view text) { return '"' + std::string(text) + '"'; }
 
 class LineParser {
  public:
@@ -131,7 +129,8 @@ void LineParser::readElement(json::value value) {
       continue;
     }
     expected = index + 1;
-    if ((m_keys & (KeySet{1} << index)) != 0) fail(inQuotes(kKeys[index]) + " stands here twice");
+    if ((m_keys & (KeySet{1} << index)) != 0)
+      fail(dim::inQuotes(kLineKeys[index]) + " stands here twice");
     m_keys |= KeySet{1} << index;
     readField(index, field.value());
   }
@@ -141,15 +140,15 @@ void LineParser::readElement(json::value value) {
 }
 
 std::size_t LineParser::findKey(const json::raw_json_string& key, std::size_t expected) const {
-  for (std::size_t i = 0; i < kKeys.size(); ++i) {
-    const std::size_t index = (expected + i) % kKeys.size();
-    if (key.unsafe_is_equal(kKeys[index])) return index;
+  for (std::size_t i = 0; i < kLineKeys.size(); ++i) {
+    const std::size_t index = (expected + i) % kLineKeys.size();
+    if (key.unsafe_is_equal(kLineKeys[index])) return index;
   }
   return kNoKey;
 }
 
 void LineParser::readField(std::size_t index, json::value value) {
-  const std::string_view key = kKeys[index];
+  const std::string_view key = kLineKeys[index];
   if (key == dim::key::kVersion) {
     m_line.version = integer(value, key);
   } else if (key == dim::key::kProperties) {
@@ -177,22 +176,22 @@ void LineParser::readField(std::size_t index, json::value value) {
 
 void LineParser::checkForm() {
   const Form* form = nullptr;
-  for (const Form& candidate : kForms) {
+  for (const Form& candidate : kLineForms) {
     if ((m_keys & candidate.mark) == 0) continue;
     if (form) fail("both " + std::string(form->called) + " and " + std::string(candidate.called));
     form = &candidate;
   }
   const bool isNewer =
       form && form->kind == DimLine::Kind::header && m_line.version > dim::kVersion;
-  if (!m_unknownKey.empty() && !isNewer) fail("unknown key " + inQuotes(m_unknownKey));
+  if (!m_unknownKey.empty() && !isNewer) fail("unknown key " + dim::inQuotes(m_unknownKey));
   if (!form) fail("neither a node nor a link");
-  for (std::size_t i = 0; i < kKeys.size(); ++i) {
+  for (std::size_t i = 0; i < kLineKeys.size(); ++i) {
     const KeySet key = KeySet{1} << i;
     if ((form->required & key) != 0 && (m_keys & key) == 0) {
-      fail(std::string(form->called) + " without " + inQuotes(kKeys[i]));
+      fail(std::string(form->called) + " without " + dim::inQuotes(kLineKeys[i]));
     }
     if ((m_keys & key) != 0 && ((form->mark | form->allowed) & key) == 0) {
-      fail(inQuotes(kKeys[i]) + " has no place in " + std::string(form->called));
+      fail(dim::inQuotes(kLineKeys[i]) + " has no place in " + std::string(form->called));
     }
   }
   m_line.kind = form->kind;
@@ -215,13 +214,13 @@ platform::Value LineParser::readProperty(std::string_view key, json::value value
     case json::json_type::number: {
       json::number number = value.get_number();
       if (number.is_int64()) return number.get_int64();
-      if (number.is_uint64()) fail("the property " + inQuotes(key) + " is too large a number");
+      if (number.is_uint64()) fail("the property " + dim::inQuotes(key) + " is too large a number");
       return number.get_double();
     }
     case json::json_type::object:
       return readSpecialDouble(key, value);
     default:
-      fail("the property " + inQuotes(key) + " is neither a text, a number nor true or false");
+      fail("the property " + dim::inQuotes(key) + " is neither a text, a number nor true or false");
   }
 }
 
@@ -237,7 +236,7 @@ platform::Value LineParser::readSpecialDouble(std::string_view key, json::value 
     if (words == dim::word::kInfinity) number = Limits::infinity();
     if (words == dim::word::kMinusInfinity) number = -Limits::infinity();
   }
-  if (!number) fail("the property " + inQuotes(key) + " is no number");
+  if (!number) fail("the property " + dim::inQuotes(key) + " is no number");
   return *number;
 }
 
@@ -281,18 +280,18 @@ void LineParser::readPoints(json::value value) {
 }
 
 std::string_view LineParser::text(json::value& value, std::string_view key) {
-  if (value.type() != json::json_type::string) fail(inQuotes(key) + " is not a text");
+  if (value.type() != json::json_type::string) fail(dim::inQuotes(key) + " is not a text");
   return value.get_string();
 }
 
 std::int64_t LineParser::integer(json::value& value, std::string_view key) {
   std::int64_t number = 0;
-  if (value.get_int64().get(number)) fail(inQuotes(key) + " is not a whole number");
+  if (value.get_int64().get(number)) fail(dim::inQuotes(key) + " is not a whole number");
   return number;
 }
 
 json::object LineParser::object(json::value& value, std::string_view key) {
-  if (value.type() != json::json_type::object) fail(inQuotes(key) + " is not an object");
+  if (value.type() != json::json_type::object) fail(dim::inQuotes(key) + " is not an object");
   return value.get_object();
 }
 

@@ -11,12 +11,6 @@ using platform::MetaType;
 using platform::Node;
 using platform::Ref;
 
-namespace {
-
-std::string inQuotes(std::string_view text) { return '"' + std::string(text) + '"'; }
-
-}  // namespace
-
 DimLoader::DimLoader(platform::ComponentRegistry& registry, platform::MetaRepository& repository)
     : m_registry(registry), m_repository(repository) {}
 
@@ -53,7 +47,7 @@ void DimLoader::take(const DimLine& line) {
       m_text->fail(line.place, error.what());
     }
     m_text->fail(line.place, "a second " + std::string(line.type) + " " +
-                                 inQuotes(line.identifier) + firstPlace(line));
+                                 dim::inQuotes(line.identifier) + firstPlace(line));
   }
 }
 
@@ -67,8 +61,8 @@ void DimLoader::takeHeader(const DimLine& line) {
                                  std::to_string(dim::kVersion));
   }
   if (line.modelKind != dim::kModelKind) {
-    m_text->fail(line.place, "the file holds a model of the kind " + inQuotes(line.modelKind) +
-                                 ", not " + inQuotes(dim::kModelKind));
+    m_text->fail(line.place, "the file holds a model of the kind " + dim::inQuotes(line.modelKind) +
+                                 ", not " + dim::inQuotes(dim::kModelKind));
   }
   m_headerSeen = true;
 }
@@ -77,7 +71,7 @@ void DimLoader::makeNode(const DimLine& line) {
   const Ref<Node> node = m_repository.MakeNode(line.type, *line.name, line.identifier);
   for (const auto& [key, value] : line.properties) {
     if (dim::isOwnProperty(key)) {
-      m_text->fail(line.place, inQuotes(key) + " cannot be among the properties");
+      m_text->fail(line.place, dim::inQuotes(key) + " cannot be among the properties");
     }
     node->SetProperty(key, value);
   }
@@ -123,15 +117,16 @@ const MetaType* DimLoader::nodeType(std::string_view name) const {
 Node& DimLoader::end(const DimLine& line, std::string_view verb, const MetaType* type,
                      std::string_view typeName, std::string_view identifier) const {
   if (typeName.empty()) {
-    m_text->fail(line.place, inQuotes(line.type) +
+    m_text->fail(line.place, dim::inQuotes(line.type) +
                                  " is no type of links: three words are, "
                                  "with \".\" between them");
   }
   if (type) {
     if (const auto node = type->find(identifier)) return static_cast<Node&>(*node);
   }
-  m_text->fail(line.place, "link " + inQuotes(line.type) + " " + std::string(verb) +
-                               " at unknown " + std::string(typeName) + " " + inQuotes(identifier));
+  m_text->fail(line.place, "link " + dim::inQuotes(line.type) + " " + std::string(verb) +
+                               " at unknown " + std::string(typeName) + " " +
+                               dim::inQuotes(identifier));
 }
 
 /// Where the element of the same type and identifier was read, as far as its line begins as the
