@@ -12,11 +12,16 @@ if(BRISEL_SANITIZE)
   add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
   add_link_options(-fsanitize=address,undefined)
 endif()
+if(BRISEL_FUZZ)
+  add_compile_options(-fsanitize=fuzzer-no-link,address,undefined -fno-sanitize-recover=all -g1)
+  add_link_options(-fsanitize=address,undefined)
+endif()
 
 add_library(brisel_warnings INTERFACE)
 # maybe-uninitialized is not in the list of what must hold: g++ 12 raises it falsely on std::variant.
 target_compile_options(brisel_warnings INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion
-                                                 -Werror -Wno-maybe-uninitialized)
+                                                 -Werror
+                                                 $<$<CXX_COMPILER_ID:GNU>:-Wno-maybe-uninitialized>)
 
 # brisel_room(NAME [LINKS room...] [EXTERNAL target...]): the library of src/NAME, if it has sources.
 function(brisel_room name)
