@@ -89,8 +89,11 @@ DimGeometry::DimGeometry(const platform::MetaRepository& repository) {
   takePoints();
 }
 
+bool DimGeometry::isGeometry(std::string_view type) {
+  return type == kAreas.type || type == kPoints.type;
+}
+
 const DimGeometry::OfElement* DimGeometry::of(const Node& element) const {
-  if (m_elements.empty()) return nullptr;
   const auto found = m_elements.find(&element);
   return found == m_elements.end() ? nullptr : &found->second;
 }
@@ -121,7 +124,7 @@ void DimGeometry::takePoints() {
 
 /// The records of a kind by the elements that they belong to, as far as they are plain: without a
 /// name, links and further properties. An element with one that is not plain is left away.
-DimGeometry::Records DimGeometry::recordsOf(const Kind& kind) const {
+DimGeometry::Records DimGeometry::recordsOf(const Kind& kind) {
   const auto type = m_nodeTypes.find(std::string(kind.type));
   if (type == m_nodeTypes.end() || m_linkEnds.contains(std::string(kind.type))) return {};
   const auto extraKeys = extraKeysOf(*type->second, kind);
@@ -160,13 +163,14 @@ std::optional<std::vector<std::string>> DimGeometry::extraKeysOf(const MetaType&
   return extra;
 }
 
-const Node* DimGeometry::elementOf(const Node& record, const Kind& kind) const {
+const Node* DimGeometry::elementOf(const Node& record, const Kind& kind) {
   const Value type = record.GetProperty(kind.elementType);
   const Value identifier = record.GetProperty(kind.elementId);
   if (!type.isString() || !identifier.isString()) return nullptr;
-  if (type.string() == kAreas.type || type.string() == kPoints.type) return nullptr;
+  if (isGeometry(type.string())) return nullptr;
   const auto found = m_nodeTypes.find(type.string());
   if (found == m_nodeTypes.end()) return nullptr;
+  m_elementTypes.insert(type.string());
   return static_cast<const Node*>(found->second->find(identifier.string()).get());
 }
 

@@ -27,6 +27,11 @@ class DimGeometry {
 
   explicit DimGeometry(const platform::MetaRepository& repository);
 
+  [[nodiscard]] static bool isGeometry(std::string_view type);
+  /// Whether geometry belongs to nodes of the type.
+  [[nodiscard]] bool reaches(const std::string& type) const {
+    return m_elementTypes.contains(type);
+  }
   /// What is written on the element's own line, or nothing.
   [[nodiscard]] const OfElement* of(const platform::Node& element) const;
   /// Whether the geometry node goes without a line of its own.
@@ -42,16 +47,17 @@ class DimGeometry {
 
   using Records = std::unordered_map<const Node*, std::vector<const Node*>>;
 
-  [[nodiscard]] Records recordsOf(const Kind& kind) const;
+  [[nodiscard]] Records recordsOf(const Kind& kind);
   [[nodiscard]] static std::optional<std::vector<std::string>> extraKeysOf(
       const platform::MetaType& type, const Kind& kind);
-  [[nodiscard]] const Node* elementOf(const Node& record, const Kind& kind) const;
+  [[nodiscard]] const Node* elementOf(const Node& record, const Kind& kind);
   void takeAreas();
   void takePoints();
 
   std::unordered_map<std::string, platform::Ref<platform::MetaType>> m_nodeTypes;
   std::unordered_set<std::string> m_linkEnds;  ///< the node types that links join
   std::unordered_map<const Node*, OfElement> m_elements;
+  std::unordered_set<std::string> m_elementTypes;
   std::unordered_set<const Node*> m_withElement;
 };
 

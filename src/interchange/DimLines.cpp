@@ -142,7 +142,8 @@ void LineParser::readElement(json::value value) {
 std::size_t LineParser::findKey(const json::raw_json_string& key, std::size_t expected) const {
   for (std::size_t i = 0; i < kLineKeys.size(); ++i) {
     const std::size_t index = (expected + i) % kLineKeys.size();
-    if (key.unsafe_is_equal(kLineKeys[index])) return index;
+    const std::string_view candidate = kLineKeys[index];
+    if (*key.raw() == candidate.front() && key.unsafe_is_equal(candidate)) return index;
   }
   return kNoKey;
 }
@@ -280,8 +281,11 @@ void LineParser::readPoints(json::value value) {
 }
 
 std::string_view LineParser::text(json::value& value, std::string_view key) {
-  if (value.type() != json::json_type::string) fail(dim::inQuotes(key) + " is not a text");
-  return value.get_string();
+  std::string_view words;
+  const auto error = value.get_string().get(words);
+  if (error == simdjson::INCORRECT_TYPE) fail(dim::inQuotes(key) + " is not a text");
+  if (error) throw simdjson_error(error);
+  return words;
 }
 
 std::int64_t LineParser::integer(json::value& value, std::string_view key) {

@@ -81,7 +81,13 @@ void DimLoader::makeNode(const DimLine& line) {
 void DimLoader::makeLink(const DimLine& line) {
   if (m_linkEnds.type != line.type) findLinkEnds(line.type);
   const LinkEnds& ends = m_linkEnds;
-  Node& source = end(line, "begins", ends.source, ends.words.source, line.source);
+  // Links of one owner mostly follow one another.
+  if (!m_lastSource || m_lastSourceId != line.source || m_lastSourceType != ends.source) {
+    m_lastSource = &end(line, "begins", ends.source, ends.words.source, line.source);
+    m_lastSourceId = line.source;
+    m_lastSourceType = ends.source;
+  }
+  Node& source = *m_lastSource;
   Node& target = end(line, "ends", ends.target, ends.words.target, line.target);
   if (line.name)
     m_linkName = *line.name;

@@ -45,6 +45,9 @@ class DimLoader {
   platform::MetaRepository& m_repository;
   platform::Ref<platform::Object> m_generator;  ///< made where geometry is met
   LinkEnds m_linkEnds;
+  platform::Ref<platform::Node> m_lastSource;
+  std::string m_lastSourceId;
+  const platform::MetaType* m_lastSourceType = nullptr;
   std::string m_linkName;                 ///< kept for its memory
   std::vector<const DimText*> m_earlier;  ///< texts loaded before the current one
   DimText* m_text = nullptr;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstdint>
 #include <cstring>
 #include <system_error>
 
@@ -25,8 +26,18 @@ constexpr std::size_t kPieceSize = std::size_t{256} << 10U;
                         "Cannot read " + path + ": " + std::system_category().message(cause));
 }
 
+/// Counted in blocks that a byte can count, which compilers turn into wide instructions.
 std::size_t lineBreaks(const char* from, const char* to) {
-  return static_cast<std::size_t>(std::count(from, to, '\n'));
+  constexpr std::ptrdiff_t kBlock = 192;
+  std::size_t count = 0;
+  for (; to - from >= kBlock; from += kBlock) {
+    std::uint8_t inBlock = 0;
+    for (std::ptrdiff_t i = 0; i < kBlock; ++i) {
+      inBlock = static_cast<std::uint8_t>(inBlock + (from[i] == '\n' ? 1 : 0));
+    }
+    count += inBlock;
+  }
+  return count + static_cast<std::size_t>(std::count(from, to, '\n'));
 }
 
 }  // namespace

@@ -74,8 +74,10 @@ void DimWriter::writeAll() {
 void DimWriter::writeNodes(const MetaType& type) {
   m_type = type.name();
   m_keys = propertyKeys(type);
+  const bool isGeometry = DimGeometry::isGeometry(m_type);
+  m_hasGeometry = m_geometry.reaches(m_type);
   for (const Node& node : each<Node>(type.extension())) {
-    if (m_geometry.isWithElement(node)) continue;
+    if (isGeometry && m_geometry.isWithElement(node)) continue;
     writeNode(node);
   }
 }
@@ -101,7 +103,9 @@ void DimWriter::writeNode(const Node& node) {
     writeValue(node, key, value);
   }
   if (any) m_json.closeObject();
-  if (const auto* geometry = m_geometry.of(node)) writeGeometry(*geometry);
+  if (const auto* geometry = m_hasGeometry ? m_geometry.of(node) : nullptr) {
+    writeGeometry(*geometry);
+  }
   endLine();
 }
 
@@ -158,14 +162,19 @@ void DimWriter::writeLinks(const MetaType& type) {
   m_type = type.name();
   const auto words = dim::linkWords(m_type);
   const MetaType* targets = nullptr;
+  Ref<Node> lastSource;
+  Ref<Node> lastTarget;
+  std::string sourceId;
   for (const Link& link : each<Link>(type.extension())) {
     const Ref<Node> source = link.source();
     const Ref<Node> target = link.Target();
     if (!source || !target) continue;
     if (!targets) targets = target->Parent().get();
-    const std::string sourceId = source->identifier();
+    if (source != lastSource) sourceId = source->identifier();  // owners mostly repeat
+    lastSource = source;
     const std::string targetId = target->identifier();
-    if (targets->find(targetId) != target) continue;  // it was removed, the link stayed behind
+    if (target != lastTarget && targets->find(targetId) != target) continue;  // it was removed
+    lastTarget = target;
 
     m_json.openObject();
     m_json.plainKey(dim::key::kLink);

@@ -47,6 +47,7 @@ class DimWriter {
   JsonWriter m_json;
   std::string m_type;               ///< name of the type whose elements are being written
   std::vector<std::string> m_keys;  ///< of its properties, sorted
+  bool m_hasGeometry = false;       ///< geometry belongs to some of them
   std::string m_linkName;           ///< kept for its memory
 };
 

@@ -1,7 +1,8 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
-#include <string>
+#include <memory>
 #include <string_view>
 
 namespace brisel::interchange {
@@ -10,9 +11,10 @@ namespace brisel::interchange {
 /// match is the caller's business. Text is taken as UTF-8 and not checked.
 class JsonWriter {
  public:
-  [[nodiscard]] const std::string& text() const { return m_text; }
+  /// Valid until something is written.
+  [[nodiscard]] std::string_view text() const { return {m_buffer.get(), m_size}; }
   /// Forgets the text; its memory stays for what comes next.
-  void clear() { m_text.clear(); }
+  void clear() { m_size = 0; }
 
   void openObject() { open('{'); }
   void closeObject() { close('}'); }
@@ -32,33 +34,42 @@ class JsonWriter {
 
   /// Breaks the line behind an element that another follows.
   void newLine() {
-    if (m_comma) m_text += ',';
+    append(m_comma ? ",\n" : "\n");
     m_comma = false;
-    m_text += '\n';
   }
   /// Ends the last line.
   void endText() {
-    m_text += '\n';
     m_comma = false;
+    newLine();
   }
 
  private:
   void open(char bracket) {
     separate();
-    m_text += bracket;
+    append({&bracket, 1});
     m_comma = false;
   }
   void close(char bracket) {
-    m_text += bracket;
+    append({&bracket, 1});
     m_comma = true;
   }
   void separate() {
-    if (m_comma) m_text += ',';
+    if (m_comma) append(",");
     m_comma = true;
   }
   void quote(std::string_view text);
+  void quoteSpecial(std::string_view text);
+  void append(std::string_view bytes);
+  /// Makes room for so many more bytes and returns where they go.
+  char* room(std::size_t count) {
+    if (m_capacity - m_size < count) grow(count);
+    return m_buffer.get() + m_size;
+  }
+  void grow(std::size_t count);
 
-  std::string m_text;
+  std::unique_ptr<char[]> m_buffer;
+  std::size_t m_size = 0;
+  std::size_t m_capacity = 0;
   bool m_comma = false;  ///< something stands before that a next element is parted from
 };
 
