@@ -20,7 +20,7 @@ namespace {
   throw Error(ErrorNumber::invalidCall, description);
 }
 
-std::string quoted(std::string_view text) { return "'" + std::string(text) + "'"; }
+std::string quoted(std::string_view text) { return std::string("'").append(text).append("'"); }
 
 }  // namespace
 
