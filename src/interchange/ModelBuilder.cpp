@@ -1,4 +1,5 @@
 #include "interchange/ModelBuilder.h"
+#include "repository/ViewDefaults.h"
 
 #include <array>
 
@@ -89,7 +90,7 @@ void ModelBuilder::build() {
   for (const DescribedRelationship& relationship : m_description.relationships) {
     makeRelationship(relationship);
   }
-  makeLayout();
+  repository::makeLayoutNode(m_repository);
 }
 
 void ModelBuilder::makeClass(const DescribedClassifier& classifier, std::size_t position) {
@@ -210,17 +211,6 @@ void ModelBuilder::setEnds(Node& node, const DescribedRelationship& relationship
 }
 
 /// Everything at once for whoever opens the model: parameters are turned on by the first layout.
-void ModelBuilder::makeLayout() {
-  const NodeRef layout =
-      m_repository.GetRepository()->MakeNode(types::kLayout, "Layout", m_repository.UUID());
-  layout->SetProperty("COM::Builtin", "%FALSE%");
-  constexpr std::array<std::string_view, 8> kShown = {
-      "COM::Enum",    "COM::TypeDef",       "COM::Module",    "COM::Interface",
-      "COM::CoClass", "COM::DispInterface", "ViewAttributes", "ViewOperations"};
-  for (const std::string_view key : kShown) layout->SetProperty(key, "%TRUE%");
-  layout->SetProperty("ViewParameters", "%FALSE%");
-}
-
 std::string ModelBuilder::freshOrOwn(const Described& described, std::string_view kind) {
   if (!described.id.empty() && m_identifiers.insert(described.id).second) return described.id;
   if (!described.id.empty()) {

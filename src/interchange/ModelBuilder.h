@@ -30,7 +30,6 @@ class ModelBuilder {
   void makeParameter(const std::string& operationId, const DescribedParameter& parameter);
   void makeRelationship(const DescribedRelationship& relationship);
   void setEnds(Node& node, const DescribedRelationship& relationship);
-  void makeLayout();
 
   /// The identifier of the data type of that name, made when there is none.
   const std::string& dataTypeId(const std::string& name);

@@ -82,7 +82,7 @@ std::string infoAsJson(const ModelInfo& info, const ImportReport& report) {
   write(json, "notes", notes, true);
   json.closeObject();
   json.endText();
-  return json.text();
+  return std::string(json.text());
 }
 
 std::string infoAsText(const ModelInfo& info, const ImportReport& report) {
