@@ -35,6 +35,8 @@ function(brisel_room name)
     set(kind PUBLIC)
     if(name STREQUAL qt)
       set_target_properties(brisel_${name} PROPERTIES AUTOMOC ON)
+      # "slots" and "emit" are names like any other in the headers of the other rooms.
+      target_compile_definitions(brisel_${name} PUBLIC QT_NO_KEYWORDS)
     endif()
   else()
     add_library(brisel_${name} INTERFACE)

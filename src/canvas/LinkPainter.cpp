@@ -1,0 +1,107 @@
+#include "canvas/LinkPainter.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+#include "canvas/Link.h"
+#include "canvas/NodePainter.h"
+#include "canvas/Palette.h"
+#include "canvas/Scene.h"
+#include "platform/Text.h"
+
+namespace brisel::canvas {
+
+using platform::Arrow;
+using platform::Point;
+using platform::Rect;
+
+namespace {
+
+/// Lets what lies below shine through a little.
+constexpr Color kGroundAlpha = 0xF0000000;
+
+/// The first of the points that differs from the tip: a bend may lie on an end.
+template <class Iterator>
+Point directionOf(Point tip, Iterator from, Iterator end) {
+  const auto found = std::find_if(from, end, [&](Point p) { return !(p == tip); });
+  return found == end ? Point{tip.x + 1, tip.y} : *found;
+}
+
+}  // namespace
+
+LinkPainter::LinkPainter(const Scene& scene, Painter& painter, const Detail& detail)
+    : m_scene(scene), m_painter(painter), m_detail(detail) {}
+
+Color LinkPainter::colorOf(const Link& link) const {
+  if (m_detail.showSelection && link.isSelected()) return palette::kSelected;
+  return m_detail.quickLines ? palette::kFarLine : palette::kLine;
+}
+
+void LinkPainter::paintLine(const Link& link) {
+  const std::vector<Point>& points = link.points();
+  const Color color = colorOf(link);
+  m_painter.drawPolyline(points,
+                         {.color = color, .dashed = link.dashed(), .quick = m_detail.quickLines});
+  if (m_detail.pixels(kArrowLength) < Detail::kArrowPixels) return;
+  if (link.beginArrow() != 0) {
+    const Point tip = points.front();
+    paintArrow(link.beginArrow(), tip, directionOf(tip, points.begin(), points.end()), color);
+  }
+  if (link.endArrow() != 0) {
+    const Point tip = points.back();
+    paintArrow(link.endArrow(), tip, directionOf(tip, points.rbegin(), points.rend()), color);
+  }
+}
+
+void LinkPainter::paintArrow(int code, Point tip, Point from, Color color) {
+  const double length = std::hypot(from.x - tip.x, from.y - tip.y);
+  const Point along = (from - tip) * (1 / length);
+  const Point across{-along.y, along.x};
+  const Pen pen{.color = color};
+  const Point base = tip + along * kArrowLength;
+  const Point left = base + across * kArrowHalfWidth;
+  const Point right = base - across * kArrowHalfWidth;
+  switch (static_cast<Arrow>(code)) {
+    case Arrow::open:
+      m_painter.drawPolyline(std::array{left, tip, right}, pen);
+      return;
+    case Arrow::triangle:
+      m_painter.drawPolygon(std::array{left, tip, right}, m_detail.ground, pen);
+      return;
+    case Arrow::filledDiamond:
+    case Arrow::diamond: {
+      const Point middle = tip + along * (kDiamondLength / 2);
+      const std::array corners{tip, middle + across * kDiamondHalfWidth,
+                               tip + along * kDiamondLength, middle - across * kDiamondHalfWidth};
+      const bool filled = static_cast<Arrow>(code) == Arrow::filledDiamond;
+      m_painter.drawPolygon(corners, filled ? color : m_detail.ground, pen);
+      return;
+    }
+    case Arrow::none:
+      return;
+  }
+}
+
+void LinkPainter::paintTexts(const Link& link) {
+  if (!m_detail.readable(m_scene.textFont().height())) return;
+  paintText(link.itemText(), link.labelArea(), true);
+  paintText(link.beginText(), link.beginTextArea(), false);
+  paintText(link.endText(), link.endTextArea(), false);
+}
+
+void LinkPainter::paintText(std::string_view text, const Rect& area, bool centered) {
+  if (area.isEmpty()) return;
+  m_painter.fillRect(area, (m_detail.ground & 0x00FFFFFFU) | kGroundAlpha);
+  const Font& font = m_scene.textFont();
+  double top = area.top;
+  for (const std::string_view line : linesOf(text)) {
+    const double width = platform::columnsOf(line) * font.columnWidth();
+    const double left = centered ? area.left + (area.width - width) / 2 : area.left;
+    m_painter.drawText({left, baselineOf(top, font)}, line,
+                       {.size = font.height(), .color = palette::kText});
+    top += font.lineHeight();
+  }
+}
+
+}  // namespace brisel::canvas

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <span>
+#include <string_view>
+
+#include "canvas/Detail.h"
+#include "canvas/Painter.h"
+
+namespace brisel::canvas {
+
+class Link;
+class Scene;
+
+/// Paints lines: their course with the decorations of their ends, and, apart from it, their texts,
+/// so that no line runs through a text.
+class LinkPainter {
+ public:
+  LinkPainter(const Scene& scene, Painter& painter, const Detail& detail);
+
+  void paintLine(const Link& link);
+  void paintTexts(const Link& link);
+
+ private:
+  [[nodiscard]] Color colorOf(const Link& link) const;
+  /// The decoration with its tip at the first point, on a line that goes on to the others.
+  void paintArrow(int code, platform::Point tip, platform::Point from, Color color);
+  void paintText(std::string_view text, const platform::Rect& area, bool centered);
+
+  const Scene& m_scene;
+  Painter& m_painter;
+  const Detail& m_detail;
+};
+
+}  // namespace brisel::canvas

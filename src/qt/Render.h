@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QImage>
+
+class QIODevice;
+
+namespace brisel::canvas {
+class Scene;
+}
+
+namespace brisel::qt {
+
+/// The whole diagram without any sign of what is selected, at a scale of which 1 is 100 %; smaller
+/// when the picture would have more pixels than the limit. Needs a QGuiApplication, on whatever
+/// platform, for its fonts.
+[[nodiscard]] QImage renderToImage(const canvas::Scene& scene, double scale, double maxPixels);
+
+/// The same on one page of a PDF that fits the diagram, with the text as text. False when the
+/// device cannot be written.
+[[nodiscard]] bool renderToPdf(const canvas::Scene& scene, QIODevice& device);
+
+}  // namespace brisel::qt
