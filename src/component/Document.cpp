@@ -1,101 +1,269 @@
 #include "component/Document.h"
 
-#include <filesystem>
+#include <bit>
+#include <functional>
+#include <utility>
 
-#include "interchange/DimReader.h"
-#include "interchange/DimWriter.h"
-#include "interchange/ModelImport.h"
-#include "platform/Text.h"
+#include "component/ModelFile.h"
+#include "platform/MemberTableOf.h"
+#include "platform/Shell.h"
 #include "repository/ViewDefaults.h"
 
 namespace brisel::component {
 
+using platform::Error;
+using platform::MetaRepository;
+using platform::Node;
+using platform::Object;
 using platform::Ref;
+namespace types = platform::types;
 
 namespace {
 
-constexpr std::string_view kUntitled = "Untitled";
+/// Percent: below it the rows of a class are hard to read.
+constexpr double kLeastReadableZoom = 60;
 
-std::string fileName(const std::string& path) {
-  return std::filesystem::path(path).filename().string();
+constexpr const char* kExporter = "BriselExporter.DIMExport";
+
+const platform::FileDialog kSaveDialog = {"Save diagram", "DIM Format (*.dim)|*.dim", ".dim", ""};
+
+std::int64_t countOf(const MetaRepository& model, std::string_view type) {
+  return model.MetaNodes(type)->extension()->Count();
 }
+
+std::string counted(std::int64_t count, std::string_view one) {
+  return std::to_string(count) + " " + std::string(one) + (count == 1 ? "" : "s");
+}
+
+std::string fileName(const std::string& path) { return path.substr(path.find_last_of('/') + 1); }
+
+/// The name at the first end of the kind that a relationship has, or a question mark.
+std::string endName(const Node& relationship, std::string_view type, std::string_view word) {
+  const auto links = relationship.outgoing(std::string(type) + "." + std::string(word) + ".Class");
+  if (links->Count() == 0) return "?";
+  return platform::as<platform::Link>(links->Item(1))->Target()->name();
+}
+
+struct RelationshipWords {
+  std::string_view type, from, to;
+};
+constexpr RelationshipWords kRelationships[] = {
+    {types::kAssociation, "Source", "Target"},
+    {types::kAggregation, "Source", "Target"},
+    {types::kGeneralization, "Sub", "Super"},
+};
+
+class Fingerprint {
+ public:
+  void add(double value) {
+    m_hash = (m_hash ^ std::bit_cast<std::uint64_t>(value)) * 0x9E3779B97F4A7C15U;
+    m_hash ^= m_hash >> 29U;
+  }
+  void add(const std::string& text) {
+    m_hash = (m_hash ^ std::hash<std::string>()(text)) * 0x9E3779B97F4A7C15U;
+  }
+  [[nodiscard]] std::uint64_t value() const { return m_hash; }
+
+ private:
+  std::uint64_t m_hash = 0;
+};
 
 }  // namespace
 
-bool isDimFile(const std::string& file) {
-  return platform::equalsIgnoringCase(std::filesystem::path(file).extension().string(), ".dim");
-}
+/// Exports as the suite's exporter does, and tells the document how it went.
+class Document::WatchedExporter : public Object {
+ public:
+  WatchedExporter(Ref<Object> exporter, Document& document)
+      : m_exporter(std::move(exporter)), m_document(&document) {}
 
-Document::Document(platform::ComponentRegistry& registry)
-    : m_registry(registry),
-      m_editor(registry.create<editor::CLSEditor>("BriselCLS.CLSEditor")),
-      m_title(kUntitled) {
-  watchDrawing();
-  openNew();
+  void leave() { m_document = nullptr; }
+
+  platform::Value Export(std::string_view file, std::string_view kind, Object& repository) {
+    try {
+      auto result = m_exporter->call("Export", {file, kind, Ref<Object>(&repository)});
+      if (m_document) m_document->succeeded();
+      return result;
+    } catch (const std::exception& error) {
+      if (m_document) m_document->failed(error.what());
+      throw;
+    }
+  }
+
+  [[nodiscard]] const platform::MemberTable& memberTable() const override {
+    static const platform::MemberTable kTable = platform::MemberTableOf<WatchedExporter>()
+                                                    .method("Export", &WatchedExporter::Export)
+                                                    .build();
+    return kTable;
+  }
+
+ private:
+  Ref<Object> m_exporter;
+  Document* m_document;
+};
+
+Document::Document(platform::ComponentRegistry& registry) : m_registry(registry) {
+  m_exporter = platform::make<WatchedExporter>(registry.create(kExporter), *this);
+  registry.add(kExporter, [exporter = m_exporter](auto&) { return exporter; });
+  m_editor = registry.create<editor::CLSEditor>("BriselCLS.CLSEditor");
+  m_canvas = platform::as<canvas::DiagramControl>(m_editor->diagram());
+  connect();
+  create();
 }
 
 Document::~Document() {
+  m_exporter->leave();
   m_connections.clear();
   m_editor->terminate();
 }
 
-void Document::watchDrawing() {
-  const auto drawingChanged = [this](const std::string&) {
-    m_drawingChanged = true;
-    Changed();
-  };
-  for (auto* event : {&m_editor->ClassMoved, &m_editor->ClassResized}) {
-    m_connections.push_back(event->connect(drawingChanged));
-  }
+void Document::connect() {
+  const auto changed = [this](const std::string&) { Changed(); };
+  m_connections.push_back(m_canvas->NodeMoved.connect(changed));
+  m_connections.push_back(m_canvas->NodeResized.connect(changed));
+  m_connections.push_back(m_canvas->scene().Damaged.connect([this](const auto&) { Changed(); }));
 }
 
-void Document::openNew() {
-  const auto model = m_registry.create<platform::MetaRepository>("BriselCLS.Meta");
-  model->Init();
-  const auto fresh = platform::make<repository::CLSRepository>();
-  fresh->Create(m_editor->UUIDGenerator().get());
-  fresh->SetRepository(model.get());
-  repository::makeLayoutNode(*fresh);
-  m_report = {};
-  show(model, "", std::string(kUntitled));
+void Document::create() {
+  const auto repository = m_registry.create<MetaRepository>("BriselCLS.Meta");
+  repository->Init();
+  const auto generator = m_registry.create("BriselUtility.UUIDGenerator");
+  generator->call("Init", {"Application"});
+  repository::CLSRepository model;
+  model.Create(generator.get());
+  model.SetRepository(repository.get());
+  repository::makeLayoutNode(model);
+  m_notes.clear();
+  m_source.clear();
+  m_editor->RepositoryFileName("");
+  show(*repository);
 }
 
 void Document::open(const std::vector<std::string>& files) {
-  if (files.size() == 1 && isDimFile(files.front())) {
-    auto model = interchange::DimReader(m_registry).read(files);
-    m_report = {};
-    show(std::move(model), files.front(), fileName(files.front()));
-    return;
+  ModelFile model = readModel(m_registry, files);
+  m_notes = std::move(model.notes);
+  m_source = files.front();
+  m_editor->RepositoryFileName(model.isDiagram ? m_source : std::string());
+  show(*model.repository);
+  showMost();
+}
+
+void Document::showMost() {
+  canvas::Viewport& view = m_canvas->viewport();
+  view.fit(m_canvas->scene().extent());
+  if (view.zoom() >= kLeastReadableZoom) return;
+  const canvas::Node* hub = nullptr;
+  for (const canvas::Node& node : m_canvas->scene().nodes()) {
+    if (!hub || node.attached().size() > hub->attached().size()) hub = &node;
   }
-  interchange::ImportResult imported = interchange::readModel(files, m_registry);
-  m_report = std::move(imported.report);
-  show(imported.repository, "", fileName(files.front()));
+  view.zoomTo(kLeastReadableZoom);
+  if (hub) view.centerOn(hub->bounds().center());
 }
 
-void Document::show(Ref<platform::MetaRepository> model, std::string file, std::string title) {
-  m_editor->RepositoryFileName(file);
-  m_title = std::move(title);
-  m_editor->showRepository(*model);
-  m_modelChanged = model->onChange([this](const platform::Change&) { Changed(); });
+void Document::show(MetaRepository& repository) {
+  m_modelChanged.disconnect();
+  m_editor->showRepository(repository);
+  m_modelChanged = repository.onChange([this](const platform::Change&) { Changed(); });
   settle();
 }
 
-void Document::save(const std::string& file) {
-  m_editor->storeDiagram();
-  interchange::DimWriter::write(file, *m_editor->Repository());
-  m_editor->RepositoryFileName(file);
-  m_title = fileName(file);
+bool Document::save() { return path().empty() ? saveAs() : saveNow(); }
+
+bool Document::saveAs() {
+  platform::FileDialog dialog = kSaveDialog;
+  dialog.path = suggestedPath();
+  const auto chosen = m_registry.shell().askSaveFile(dialog);
+  if (!chosen) return false;
+  const std::string before = path();
+  m_editor->RepositoryFileName(*chosen);
+  if (saveNow()) return true;
+  m_editor->RepositoryFileName(before);
+  return false;
+}
+
+bool Document::saveNow() {
+  m_outcome = Outcome::none;
+  m_editor->SaveDiagram();
+  if (m_outcome == Outcome::none) SaveFailed("The drawing could not be stored in the model.");
+  return m_outcome == Outcome::saved;
+}
+
+std::string Document::suggestedPath() const {
+  if (!path().empty()) return path();
+  if (m_source.empty()) return "Untitled.dim";
+  return m_source.substr(0, m_source.find_last_of('.')) + ".dim";
+}
+
+void Document::succeeded() {
+  m_outcome = Outcome::saved;
   settle();
+}
+
+void Document::failed(const std::string& cause) {
+  m_outcome = Outcome::failed;
+  SaveFailed(cause);
 }
 
 void Document::settle() {
-  m_savedChanges = m_editor->Repository()->changeCount();
-  m_drawingChanged = false;
+  m_settledChanges = model().changeCount();
+  m_settledGeometry = geometryFingerprint();
   Changed();
 }
 
+std::string Document::title() const {
+  if (!path().empty()) return fileName(path());
+  return m_source.empty() ? "Untitled" : fileName(m_source);
+}
+
 bool Document::isModified() const {
-  return m_drawingChanged || m_editor->Repository()->changeCount() != m_savedChanges;
+  return model().changeCount() != m_settledChanges || geometryFingerprint() != m_settledGeometry;
+}
+
+MetaRepository& Document::model() const { return *m_editor->Repository(); }
+
+std::uint64_t Document::geometryFingerprint() const {
+  Fingerprint print;
+  for (const canvas::Node& node : m_canvas->scene().nodes()) {
+    const platform::Rect bounds = node.bounds();
+    print.add(node.key());
+    for (const double value : {bounds.left, bounds.top, bounds.width, bounds.height}) {
+      print.add(value);
+    }
+  }
+  for (const canvas::Link& link : m_canvas->scene().links()) {
+    print.add(link.key());
+    for (const platform::Point& bend : link.bends()) {
+      print.add(bend.x);
+      print.add(bend.y);
+    }
+  }
+  return print.value();
+}
+
+Document::Counts Document::counts() const {
+  Counts counts;
+  counts.classes = countOf(model(), types::kClass);
+  for (const RelationshipWords& words : kRelationships) {
+    counts.relationships += countOf(model(), words.type);
+  }
+  counts.shownClasses = static_cast<std::int64_t>(m_canvas->scene().nodes().size());
+  counts.shownRelationships = static_cast<std::int64_t>(m_canvas->scene().links().size());
+  return counts;
+}
+
+std::string Document::describe(std::string_view key) const {
+  if (const auto found = platform::as<Node>(model().MetaNodes(types::kClass)->find(key))) {
+    return found->name() + ": " +
+           counted(found->outgoing("Class.Has.Attrib")->Count(), "attribute") + ", " +
+           counted(found->outgoing("Class.Has.Operation")->Count(), "operation");
+  }
+  for (const RelationshipWords& words : kRelationships) {
+    const auto found = platform::as<Node>(model().MetaNodes(words.type)->find(key));
+    if (!found) continue;
+    const std::string name = found->name().empty() ? "" : " \"" + found->name() + "\"";
+    return std::string(words.type) + name + " from " + endName(*found, words.type, words.from) +
+           " to " + endName(*found, words.type, words.to);
+  }
+  return {};
 }
 
 }  // namespace brisel::component

@@ -1,17 +1,24 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
+#include <string_view>
+#include <utility>
 #include <vector>
 
+#include "canvas/DiagramControl.h"
 #include "editor/CLSEditor.h"
-#include "interchange/ImportReport.h"
 #include "platform/ComponentRegistry.h"
+#include "platform/Event.h"
+#include "platform/Repository.h"
 
 namespace brisel::component {
 
-/// What a program keeps open: an editor, the file that its model came from, and whether the model
-/// or its drawing has changed since. Opening and saving raise their errors; what was open stays
-/// open when they do.
+/// The diagram that an application has open: an editor, the files that its model came from, and
+/// whether it differs from what was read or saved last. Knows no window.
+///
+/// Takes the place of the suite's DIM exporter in the registry, so that it hears of every save,
+/// from whichever button it came.
 class Document {
  public:
   explicit Document(platform::ComponentRegistry& registry);
@@ -20,40 +27,73 @@ class Document {
   Document& operator=(const Document&) = delete;
 
   [[nodiscard]] editor::CLSEditor& editor() const { return *m_editor; }
+  [[nodiscard]] canvas::DiagramControl& canvas() const { return *m_canvas; }
+  /// Where the files beside the library lie.
+  [[nodiscard]] const std::string& installationFolder() const {
+    return m_registry.installationFolder();
+  }
 
-  /// An empty model that shows attributes and operations.
-  void openNew();
-  /// A DIM file, or the files of one model in another format, told apart by their endings.
+  /// An empty diagram in the place of the one that is open.
+  void create();
+  /// Reads files, several only when they are parts of one model. An Error leaves everything as it
+  /// was. What the files hold and the model has no place for is in `notes`. The view shows as much
+  /// of the diagram as can be read.
   void open(const std::vector<std::string>& files);
-  /// Writes the model with its geometry and view settings; the file is the document's from then on.
-  void save(const std::string& file);
+  [[nodiscard]] const std::vector<std::string>& notes() const { return m_notes; }
+  /// Saves to the file that the diagram has, or asks for one. False when the person declined or
+  /// the file could not be written; then SaveFailed was raised.
+  bool save();
+  /// Asks for a file first.
+  bool saveAs();
 
-  /// The DIM file that a save writes to; empty for a new or an imported model.
-  [[nodiscard]] std::string file() const { return m_editor->RepositoryFileName(); }
-  /// What a title shows: the name of the file, of what was imported, or "Untitled".
-  [[nodiscard]] const std::string& title() const { return m_title; }
+  /// The DIM file of the diagram; empty until it has one.
+  [[nodiscard]] std::string path() const { return m_editor->RepositoryFileName(); }
+  /// The file's name without folders; "Untitled" for a diagram that came from no file.
+  [[nodiscard]] std::string title() const;
+  /// True when the model, the geometry or the view settings differ from what was read or saved
+  /// last. Costs a walk over the boxes and lines.
   [[nodiscard]] bool isModified() const;
-  /// What was skipped and told when the model was imported; empty for others.
-  [[nodiscard]] const interchange::ImportReport& report() const { return m_report; }
 
-  platform::Event<> Changed;  ///< title, file or the modified state may be others now
+  struct Counts {
+    std::int64_t classes = 0;
+    std::int64_t relationships = 0;
+    std::int64_t shownClasses = 0;
+    std::int64_t shownRelationships = 0;
+  };
+  [[nodiscard]] Counts counts() const;
+  /// One line on a class or relationship for a person who points at it; empty for an unknown key.
+  [[nodiscard]] std::string describe(std::string_view key) const;
+
+  platform::Event<> Changed;                ///< something may differ: model, geometry, file
+  platform::Event<std::string> SaveFailed;  ///< the cause
 
  private:
-  void show(platform::Ref<platform::MetaRepository> model, std::string file, std::string title);
-  void watchDrawing();
+  class WatchedExporter;
+
+  void show(platform::MetaRepository& repository);
+  /// The whole diagram where it can be read at that size, else the class with the most
+  /// relationships and what lies around it.
+  void showMost();
+  void connect();
   void settle();
+  [[nodiscard]] std::string suggestedPath() const;
+  [[nodiscard]] platform::MetaRepository& model() const;
+  [[nodiscard]] std::uint64_t geometryFingerprint() const;
+  bool saveNow();
+  void succeeded();
+  void failed(const std::string& cause);
 
   platform::ComponentRegistry& m_registry;
   platform::Ref<editor::CLSEditor> m_editor;
-  std::vector<platform::Connection> m_connections;
+  platform::Ref<canvas::DiagramControl> m_canvas;
+  platform::Ref<WatchedExporter> m_exporter;
+  std::string m_source;  ///< the file that was read when the diagram has no DIM file yet
+  std::vector<std::string> m_notes;
+  std::uint64_t m_settledChanges = 0;
+  std::uint64_t m_settledGeometry = 0;
+  enum class Outcome { none, saved, failed } m_outcome = Outcome::none;  ///< of the last save
   platform::Connection m_modelChanged;
-  std::string m_title;
-  interchange::ImportReport m_report;
-  std::uint64_t m_savedChanges = 0;
-  bool m_drawingChanged = false;
+  std::vector<platform::Connection> m_connections;
 };
-
-/// True for a name that ends like a DIM file, in any case.
-[[nodiscard]] bool isDimFile(const std::string& file);
 
 }  // namespace brisel::component

@@ -34,7 +34,7 @@ class Event {
   Event(const Event&) = delete;
   Event& operator=(const Event&) = delete;
 
-  [[nodiscard]] Connection connect(Listener listener) {
+  [[nodiscard]] Connection connect(Listener listener) const {
     auto slot = std::make_shared<Listener>(std::move(listener));
     m_slots->entries.push_back(slot);
     return Connection(slot);

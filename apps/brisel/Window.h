@@ -1,0 +1,15 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace brisel::app {
+
+/// Opens the window on the files, which are those of one model; on an empty diagram without any.
+/// Returns the program's exit code when the window was closed.
+[[nodiscard]] int runWindow(const std::vector<std::string>& files);
+
+/// Serves automation on standard input and output while a window shows what is created.
+[[nodiscard]] int runAutomationWindow();
+
+}  // namespace brisel::app

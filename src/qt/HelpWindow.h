@@ -1,0 +1,19 @@
+#pragma once
+
+#include <QTextBrowser>
+
+namespace brisel::qt {
+
+/// A window of its own with the help pages of a folder.
+class HelpWindow : public QTextBrowser {
+ public:
+  explicit HelpWindow(const QString& folder, QWidget* parent = nullptr);
+
+  /// Shows a page by its file name and brings the window to the front.
+  void showPage(const QString& page);
+
+ private:
+  QString m_folder;
+};
+
+}  // namespace brisel::qt

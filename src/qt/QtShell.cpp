@@ -1,0 +1,148 @@
+#include "qt/QtShell.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QCursor>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QImage>
+#include <QMenu>
+#include <QMessageBox>
+#include <QMimeData>
+#include <QPainter>
+#include <QPushButton>
+#include <QSvgRenderer>
+#include <algorithm>
+#include <cmath>
+
+#include "controls/ToolBarControl.h"
+#include "qt/FileFilter.h"
+#include "qt/Text.h"
+
+namespace brisel::qt {
+
+namespace {
+
+QMessageBox::Icon iconOf(platform::MessageIcon icon) {
+  switch (icon) {
+    case platform::MessageIcon::none:
+      break;
+    case platform::MessageIcon::information:
+      return QMessageBox::Information;
+    case platform::MessageIcon::question:
+      return QMessageBox::Question;
+    case platform::MessageIcon::warning:
+      return QMessageBox::Warning;
+    case platform::MessageIcon::critical:
+      return QMessageBox::Critical;
+  }
+  return QMessageBox::NoIcon;
+}
+
+/// Where a caption belongs on this desktop; closing the box counts as the one that refuses.
+QMessageBox::ButtonRole roleOf(const std::string& caption) {
+  if (caption == "Cancel") return QMessageBox::RejectRole;
+  if (caption == "No" || caption == "Discard") return QMessageBox::DestructiveRole;
+  return QMessageBox::AcceptRole;
+}
+
+/// For those who take no drawings: nothing when the bytes are none, or too large for a picture.
+QImage drawingAsPicture(const QByteArray& svg) {
+  constexpr double kLargestCopy = 40e6;
+  QSvgRenderer drawing(svg);
+  const QSizeF size = drawing.defaultSize();
+  const double pixels = size.width() * size.height();
+  if (!drawing.isValid() || pixels < 1) return {};
+  QImage picture((size * std::min(1.0, std::sqrt(kLargestCopy / pixels))).toSize(),
+                 QImage::Format_RGB32);
+  if (picture.isNull()) return {};
+  picture.fill(Qt::white);
+  QPainter painter(&picture);
+  drawing.render(&painter);
+  return picture;
+}
+
+}  // namespace
+
+QWidget* QtShell::front() const {
+  if (QWidget* modal = QApplication::activeModalWidget()) return modal;
+  return m_window ? m_window.data() : QApplication::activeWindow();
+}
+
+std::string QtShell::showMessage(const platform::Message& message) {
+  QMessageBox box(front());
+  box.setWindowTitle(toQt(message.title));
+  box.setTextFormat(Qt::PlainText);
+  box.setText(toQt(message.text));
+  box.setIcon(iconOf(message.icon));
+  for (const std::string& caption : message.buttons) {
+    QPushButton* button = box.addButton(toQt(caption), roleOf(caption));
+    if (!box.defaultButton()) box.setDefaultButton(button);
+    if (caption == "Cancel") box.setEscapeButton(button);
+  }
+  box.exec();
+  const QAbstractButton* clicked = box.clickedButton();
+  const auto chosen = clicked ? box.buttons().indexOf(clicked) : -1;
+  if (chosen < 0) return message.buttons.empty() ? std::string() : message.buttons.back();
+  return fromQt(clicked->text().remove('&'));
+}
+
+std::optional<std::string> QtShell::askOpenFile(const platform::FileDialog& dialog) {
+  const QString name = QFileDialog::getOpenFileName(front(), toQt(dialog.title), toQt(dialog.path),
+                                                    toQtFilter(dialog.filter));
+  if (name.isEmpty()) return std::nullopt;
+  return fromQt(name);
+}
+
+std::optional<std::string> QtShell::askSaveFile(const platform::FileDialog& dialog) {
+  QFileDialog question(front(), toQt(dialog.title), QFileInfo(toQt(dialog.path)).path(),
+                       toQtFilter(dialog.filter));
+  question.setAcceptMode(QFileDialog::AcceptSave);
+  question.setDefaultSuffix(toQt(dialog.extension).remove(0, 1).toLower());
+  if (!dialog.path.empty()) question.selectFile(toQt(dialog.path));
+  if (question.exec() != QDialog::Accepted) return std::nullopt;
+  return fromQt(question.selectedFiles().value(0));
+}
+
+void QtShell::showPopup(platform::ToolBarControl& toolBar, std::string_view band) {
+  auto* control = dynamic_cast<controls::ToolBarControl*>(&toolBar);
+  if (!control) return;
+  auto* menu = new QMenu(front());
+  menu->setAttribute(Qt::WA_DeleteOnClose);
+  fillMenu(*menu, *control, band);
+  menu->popup(QCursor::pos());
+}
+
+void QtShell::copy(const std::vector<std::pair<std::string, std::string>>& byKind) {
+  auto data = std::make_unique<QMimeData>();
+  QImage picture;
+  for (const auto& [kind, bytes] : byKind) {
+    const QByteArray content(bytes.data(), static_cast<qsizetype>(bytes.size()));
+    data->setData(toQt(kind), content);
+    if (kind == "image/png") picture = QImage::fromData(content);
+    if (kind == "image/svg+xml" && picture.isNull()) picture = drawingAsPicture(content);
+  }
+  if (!picture.isNull()) data->setImageData(picture);
+  QApplication::clipboard()->setMimeData(data.release());
+}
+
+void fillMenu(QMenu& menu, controls::ToolBarControl& toolBar, std::string_view band) {
+  const platform::Ref<controls::Band> shown = toolBar.band(band);
+  if (!shown) return;
+  const platform::Ref<controls::ToolBarControl> control(&toolBar);
+  for (const platform::Ref<controls::Tool>& tool : shown->tools()) {
+    if (!tool->opens().empty()) {
+      fillMenu(*menu.addMenu(toQt(tool->caption())), toolBar, tool->opens());
+      continue;
+    }
+    QAction* action = menu.addAction(toQt(tool->caption()));
+    action->setObjectName(toQt(tool->key()));
+    action->setEnabled(tool->enabled());
+    action->setCheckable(tool->checked());
+    action->setChecked(tool->checked());
+    QObject::connect(action, &QAction::triggered, &menu,
+                     [control, key = tool->key()] { control->Click(key); });
+  }
+}
+
+}  // namespace brisel::qt

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <QPointer>
+#include <QWidget>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "platform/Shell.h"
+
+class QMenu;
+
+namespace brisel::controls {
+class ToolBarControl;
+}
+
+namespace brisel::qt {
+
+/// The shell of the window system: message boxes, file dialogs, popup menus and the clipboard as Qt
+/// shows them, in front of the window that was named last.
+class QtShell : public platform::Shell {
+ public:
+  /// The window that dialogs belong to; may be nothing, and may go before the shell does.
+  void window(QWidget* window) { m_window = window; }
+
+  std::string showMessage(const platform::Message& message) override;
+  std::optional<std::string> askOpenFile(const platform::FileDialog& dialog) override;
+  std::optional<std::string> askSaveFile(const platform::FileDialog& dialog) override;
+  /// Returns at once; the choice comes later, as a click on the tool-bar control.
+  void showPopup(platform::ToolBarControl& toolBar, std::string_view band) override;
+  void copy(const std::vector<std::pair<std::string, std::string>>& byKind) override;
+
+ private:
+  [[nodiscard]] QWidget* front() const;
+
+  QPointer<QWidget> m_window;
+};
+
+/// Fills the menu with the tools of the band, sub-menus included. Clicks reach the tool-bar
+/// control, which the menu keeps alive. An unknown band leaves the menu empty.
+void fillMenu(QMenu& menu, controls::ToolBarControl& toolBar, std::string_view band);
+
+}  // namespace brisel::qt

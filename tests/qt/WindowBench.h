@@ -1,0 +1,89 @@
+#pragma once
+
+#include <QApplication>
+#include <QMimeData>
+#include <QStandardPaths>
+#include <QTemporaryDir>
+#include <QUrl>
+#include <deque>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "component/Document.h"
+#include "component/Suite.h"
+#include "qt/CanvasToolBar.h"
+#include "qt/EditorWidget.h"
+#include "qt/MainWindow.h"
+#include "qt/MessageBar.h"
+#include "qt/QtShell.h"
+#include "support/QtApplication.h"
+
+namespace brisel::test {
+
+/// The window system's shell with a person who answers at once.
+class AnsweringShell : public qt::QtShell {
+ public:
+  std::deque<std::string> answers;                     ///< to message boxes, by caption
+  std::deque<std::optional<std::string>> chosenFiles;  ///< nothing cancels
+  std::vector<std::string> asked;
+
+  std::string showMessage(const platform::Message& message) override {
+    asked.push_back(message.text);
+    return answers.empty() ? message.buttons.back() : take(answers);
+  }
+  std::optional<std::string> askOpenFile(const platform::FileDialog&) override { return file(); }
+  std::optional<std::string> askSaveFile(const platform::FileDialog&) override { return file(); }
+
+ private:
+  template <class T>
+  static T take(std::deque<T>& queue) {
+    T front = std::move(queue.front());
+    queue.pop_front();
+    return front;
+  }
+  std::optional<std::string> file() {
+    return chosenFiles.empty() ? std::nullopt : take(chosenFiles);
+  }
+};
+
+/// The application's window on the whole suite, and a folder for its files.
+struct WindowBench {
+  WindowBench() : registry(shell) {
+    component::registerSuite(registry);
+    registry.installationFolder(BRISEL_BINARY_DIR "/share/brisel");
+    document = std::make_unique<component::Document>(registry);
+    window = std::make_unique<qt::MainWindow>(*document, shell);
+    window->resize(1100, 800);
+    window->show();
+    QApplication::processEvents();
+  }
+
+  /// Two classes with members and a relationship between them.
+  void drawSample() const {
+    editor::CLSEditor& editor = document->editor();
+    const auto model = editor.CLSRepository();
+    editor.CreateClass("order", "Order", "", "", "", "public");
+    editor.CreateClass("line", "OrderLine", "", "", "", "public");
+    const auto type = model->MakeDataType("int", "", "");
+    platform::Ref<platform::Link> link;
+    model->AddAttributeS("order", "number", type->identifier(), link);
+    editor.CreateAggregation("lines", "lines", "", "order", "line", true);
+  }
+  [[nodiscard]] std::string path(const char* name) const {
+    return folder.filePath(name).toStdString();
+  }
+  [[nodiscard]] QAction& button(std::string_view key) const {
+    return *window->editor().toolBar().action(key);
+  }
+
+  QApplication& app = application();
+  QTemporaryDir folder;
+  platform::Ref<AnsweringShell> shell = platform::make<AnsweringShell>();
+  platform::ComponentRegistry registry;
+  std::unique_ptr<component::Document> document;
+  std::unique_ptr<qt::MainWindow> window;
+};
+
+}  // namespace brisel::test
