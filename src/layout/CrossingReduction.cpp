@@ -81,7 +81,7 @@ class Sweeper {
   static constexpr std::int64_t kWork = 20'000'000;
   static constexpr std::int64_t kWorkPerPair = 3;
   static constexpr std::int64_t kStepsPerNode = 80;  ///< of a sweep, as sifting counts steps
-  static constexpr std::int64_t kMostWork = 1'600'000'000;
+  static constexpr std::int64_t kMostWork = 1'300'000'000;
 
   void sweepUntilIdle() {
     std::int64_t least = crossings(m_graph);

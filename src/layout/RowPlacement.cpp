@@ -135,7 +135,8 @@ class Placer {
         high = h;
         sum += m_x[end];
       }
-      const double x = std::clamp(sum / (end - first), low, high);
+      const double x =
+          std::max(low, std::min(sum / (end - first), high));  // low may exceed by rounding
       for (; first < end; ++first) m_x[first] = x;
     }
   }
