@@ -56,11 +56,11 @@ class Sweeper {
 
   void run() {
     m_least = crossings(m_graph);
-    m_most = std::min(kMostWork, kWork + kWorkPerNode * m_graph.nodes());
+    m_most = std::min(kMostWork, kWork + kWorkPerPair * m_graph.nodes() * m_graph.nodes());
     sweepUntilIdle();
     restoreBest();
     siftUntilIdle();
-    for (int round = 0; round < kMostRestarts && m_least > 0 && m_sifter.work() < m_most; ++round) {
+    for (int round = 0; round < kMostRestarts && m_least > 0 && hasTime(); ++round) {
       if (round % 2 == 0) {
         restoreBest();
         sweepOnce(true, round % 4 == 0);
@@ -79,13 +79,15 @@ class Sweeper {
   static constexpr int kIdleSweeps = 8;
   static constexpr int kMostRestarts = 40;
   static constexpr std::int64_t kWork = 20'000'000;
-  static constexpr std::int64_t kWorkPerNode = 20'000;
-  static constexpr std::int64_t kMostWork = 2'000'000'000;
+  static constexpr std::int64_t kWorkPerPair = 3;
+  static constexpr std::int64_t kStepsPerNode = 80;  ///< of a sweep, as sifting counts steps
+  static constexpr std::int64_t kMostWork = 1'300'000'000;
 
   void sweepUntilIdle() {
     std::int64_t least = crossings(m_graph);
     int idle = 0;
-    for (int sweep = 0; sweep < kMostSweeps && idle < kIdleSweeps && m_least > 0; ++sweep) {
+    for (int sweep = 0; sweep < kMostSweeps && idle < kIdleSweeps && m_least > 0 && hasTime();
+         ++sweep) {
       sweepOnce(sweep % 2 == 0, sweep % 4 >= 2);
       exchangeNeighbours();
       const std::int64_t now = crossings(m_graph);
@@ -100,7 +102,7 @@ class Sweeper {
     const int rows = count(m_graph.rows);
     for (int round = 0; round < kMostSweeps && now > 0; ++round) {
       std::int64_t gained = 0;
-      for (int k = 0; k < rows && m_sifter.work() < m_most; ++k) {
+      for (int k = 0; k < rows && hasTime(); ++k) {
         gained += m_sifter.siftRow(round % 2 == 0 ? k : rows - 1 - k);
       }
       now -= gained;
@@ -108,6 +110,9 @@ class Sweeper {
     }
     keepIfBest(now);
   }
+
+  /// Bounds the work, not the time, so that the same graph always ends the same.
+  [[nodiscard]] bool hasTime() const { return m_work + m_sifter.work() < m_most; }
 
   void keepIfBest(std::int64_t now) {
     if (now >= m_least) return;
@@ -130,6 +135,7 @@ class Sweeper {
   }
 
   void sweepOnce(bool down, bool turnTies) {
+    m_work += kStepsPerNode * m_graph.nodes();
     const int rows = count(m_graph.rows);
     for (int k = 1; k < rows; ++k) {
       const int row = down ? k : rows - 1 - k;
@@ -163,6 +169,7 @@ class Sweeper {
   void exchangeNeighbours() {
     for (int round = 0; round < 4; ++round) {
       bool any = false;
+      m_work += kStepsPerNode / 2 * m_graph.nodes();
       for (int row = 0; row < count(m_graph.rows); ++row) any |= exchangeInRow(row);
       if (!any) break;
     }
@@ -223,6 +230,7 @@ class Sweeper {
   Numbers m_numbers;
   std::int64_t m_least = 0;
   std::int64_t m_most = 0;
+  std::int64_t m_work = 0;
   std::vector<double> m_key;
   std::vector<std::vector<int>> m_best;
   std::vector<int> m_sorted;

@@ -10,7 +10,7 @@ constexpr int kLeftOut = -2;
 
 /// Numbers the bends; gives for each arc its first bend, -1 or kLeftOut.
 std::vector<int> numberBends(const Component& component, LayeredGraph& graph) {
-  constexpr int kMostBends = 3'000'000;
+  constexpr int kMostBends = 800'000;
   const auto span = [&](int i) {
     return graph.layer[component.arcs[i].to] - graph.layer[component.arcs[i].from];
   };

@@ -9,8 +9,9 @@ namespace brisel::layout {
 /// Puts a bend on every layer that a line passes.
 /// Pre: "layer" is a layering of the component.
 /// Post: all lines of the result join neighbouring layers, except where their bends together would
-/// be more than a few million: the longest are then left out and have no bends. Rows hold every
-/// node once, in the order of a walk over the lines, so that related nodes start near each other.
+/// be more than 800,000: the longest are then left out and have no bends. Rows hold
+/// every node once, in the order of a walk over the lines, so that related nodes start near each
+/// other.
 [[nodiscard]] LayeredGraph withBends(const Component& component, const std::vector<int>& layer);
 
 }  // namespace brisel::layout

@@ -38,8 +38,6 @@ class Simplex {
     for (int leaving = findLeaving(); leaving >= 0 && m_budget > 0; leaving = findLeaving()) {
       exchange(leaving, findEntering(leaving));
     }
-    const int least = *std::min_element(m_value.begin(), m_value.end());
-    for (int& value : m_value) value -= least;
     return std::move(m_value);
   }
 
@@ -257,10 +255,93 @@ class Simplex {
 
 }  // namespace
 
+namespace {
+
+/// Takes away, again and again, nodes that hang on a single constraint: these are as short as they
+/// may be in every best solution, and class diagrams consist of them for a good part.
+class Peeling {
+ public:
+  Peeling(int nodes, const std::vector<Constraint>& constraints)
+      : m_constraints(constraints), m_core(nodes, 0) {
+    const Adjacency incident = makeAdjacency(nodes, [&](auto&& add) {
+      for (int i = 0; i < count(constraints); ++i) {
+        add(constraints[i].upper, i);
+        add(constraints[i].lower, i);
+      }
+    });
+    std::vector<int> degree(nodes);
+    std::vector<int> ready;
+    for (int n = 0; n < nodes; ++n) {
+      degree[n] = incident.degree(n);
+      if (degree[n] == 1) ready.push_back(n);
+    }
+    m_peeled.assign(constraints.size(), false);
+    for (std::size_t next = 0; next < ready.size(); ++next) {
+      const int leaf = ready[next];
+      for (const int i : incident.of(leaf)) {
+        if (m_peeled[i]) continue;
+        m_peeled[i] = true;
+        m_core[leaf] = -1;
+        m_hanging.push_back({leaf, i});
+        const int holder =
+            constraints[i].upper == leaf ? constraints[i].lower : constraints[i].upper;
+        if (--degree[holder] == 1) ready.push_back(holder);
+      }
+    }
+    m_nodes = 0;
+    for (int& n : m_core) {
+      if (n >= 0) n = m_nodes++;
+    }
+  }
+
+  [[nodiscard]] int nodes() const { return m_nodes; }
+  [[nodiscard]] std::vector<Constraint> core() const {
+    std::vector<Constraint> core;
+    for (int i = 0; i < count(m_constraints); ++i) {
+      if (m_peeled[i]) continue;
+      core.push_back(m_constraints[i]);
+      core.back().upper = m_core[core.back().upper];
+      core.back().lower = m_core[core.back().lower];
+    }
+    return core;
+  }
+
+  /// Adds the values of what was taken away, and starts them all at 0.
+  [[nodiscard]] std::vector<int> complete(const std::vector<int>& coreValues) const {
+    std::vector<int> values(m_core.size(), 0);
+    for (std::size_t n = 0; n < values.size(); ++n) {
+      if (m_core[n] >= 0) values[n] = coreValues[m_core[n]];
+    }
+    for (auto it = m_hanging.rbegin(); it != m_hanging.rend(); ++it) {
+      const Constraint& c = m_constraints[it->constraint];
+      values[it->leaf] =
+          c.upper == it->leaf ? values[c.lower] - c.length : values[c.upper] + c.length;
+    }
+    const int least = *std::min_element(values.begin(), values.end());
+    for (int& value : values) value -= least;
+    return values;
+  }
+
+ private:
+  struct Hanging {
+    int leaf;
+    int constraint;
+  };
+  const std::vector<Constraint>& m_constraints;
+  int m_nodes = 0;
+  std::vector<int> m_core;  ///< of each node its number among those that stay, or -1
+  std::vector<bool> m_peeled;
+  std::vector<Hanging> m_hanging;
+};
+
+}  // namespace
+
 std::vector<int> networkSimplex(int nodes, const std::vector<Constraint>& constraints,
                                 std::int64_t budget) {
   if (nodes == 0) return {};
-  return Simplex(nodes, constraints, budget).solve();
+  const Peeling peeling(nodes, constraints);
+  const std::vector<Constraint> core = peeling.core();
+  return peeling.complete(Simplex(peeling.nodes(), core, budget).solve());
 }
 
 }  // namespace brisel::layout

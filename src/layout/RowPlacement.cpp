@@ -13,9 +13,11 @@ class Placer {
 
   std::vector<double> place() {
     for (const auto& row : m_graph.rows) packInMiddle(row);
-    for (int round = 0; round < kRounds; ++round) {
-      sweep(true, 1, round < kRounds / 2 ? 0.02 : 1);
-      sweep(false, round < kRounds / 2 ? 0.02 : 1, 1);
+    const int rounds = std::clamp(kMostVisits / m_graph.nodes(), kFewestRounds, kMostRounds);
+    for (int round = 0; round < rounds; ++round) {
+      const double behind = round < rounds / 2 ? 0.02 : 1;
+      sweep(true, 1, behind);
+      sweep(false, behind, 1);
     }
     for (int round = 0; round < kStraightenings; ++round) {
       straighten();
@@ -29,8 +31,10 @@ class Placer {
   }
 
  private:
-  static constexpr int kRounds = 24;
-  static constexpr int kStraightenings = 3;
+  static constexpr int kMostRounds = 24;
+  static constexpr int kFewestRounds = 6;
+  static constexpr int kMostVisits = 5'000'000;
+  static constexpr int kStraightenings = 6;
 
   struct Block {
     double sum;
@@ -131,7 +135,8 @@ class Placer {
         high = h;
         sum += m_x[end];
       }
-      const double x = std::clamp(sum / (end - first), low, high);
+      const double x =
+          std::max(low, std::min(sum / (end - first), high));  // low may exceed by rounding
       for (; first < end; ++first) m_x[first] = x;
     }
   }
