@@ -24,7 +24,7 @@ constexpr std::size_t kManyLinks = 1000;
 constexpr double kGridPixels = 6;  ///< a narrower grid is not painted
 
 constexpr double kFar = 1e9;
-constexpr Rect kEverywhere{-kFar, -kFar, 2 * kFar, 2 * kFar};
+constexpr Rect kAllOver{-kFar, -kFar, 2 * kFar, 2 * kFar};
 
 }  // namespace
 
@@ -65,7 +65,7 @@ void ScenePainter::paintItems(const Rect& area) {
 void ScenePainter::paintItems(const std::vector<const Node*>& nodes,
                               const std::vector<const Link*>& links) {
   m_detail.showSelection = false;
-  paintItems(kEverywhere, nodes, links);
+  paintItems(kAllOver, nodes, links);
 }
 
 void ScenePainter::paintItems(const Rect& area, const std::vector<const Node*>& nodes,
