@@ -13,12 +13,12 @@ export HOME="$private" XDG_RUNTIME_DIR="$private" XDG_CONFIG_HOME="$private"
 # window PICTURE SCREEN SCALE: the window on the sample, on a screen of that size.
 window() {
   QT_SCALE_FACTOR="$3" xvfb-run --auto-servernum --server-args="-screen 0 $2x24" sh -c '
-    openbox 2>/dev/null &
+    openbox 2>/dev/null & manager=$!
     sleep 1
-    "$1" "$2" &
-    sleep 4
+    "$1" "$2" & window=$!
+    sleep 5
     import -window "$(basename "$2") - Brisel" "$3"
-    kill %2 %1' sh "$program" "$sample" "$here/$1"
+    kill $window $manager' sh "$program" "$sample" "$here/$1"
 }
 
 window window.png 1440x960 1

@@ -1,5 +1,6 @@
 #include "component/Document.h"
 
+#include <algorithm>
 #include <bit>
 #include <functional>
 #include <utility>
@@ -22,6 +23,7 @@ namespace {
 
 /// Percent: below it the rows of a class are hard to read.
 constexpr double kLeastReadableZoom = 60;
+constexpr double kMargin = 300;  // twips
 
 constexpr const char* kExporter = "BriselExporter.DIMExport";
 
@@ -157,6 +159,11 @@ void Document::showMost() {
   }
   view.zoomTo(kLeastReadableZoom);
   if (hub) view.centerOn(hub->bounds().center());
+  // No more empty ground beyond the outermost classes than a margin.
+  const platform::Rect all = m_canvas->scene().extent().grownBy(kMargin);
+  const platform::Rect seen = view.visible();
+  view.scrollTo({std::clamp(seen.left, all.left, std::max(all.left, all.right() - seen.width)),
+                 std::clamp(seen.top, all.top, std::max(all.top, all.bottom() - seen.height))});
 }
 
 void Document::show(MetaRepository& repository) {
