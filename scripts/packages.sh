@@ -4,8 +4,9 @@ run_packages="g++ cmake ninja-build qt6-base-dev qt6-svg-dev libsimdjson-dev lib
 test_packages="libgtest-dev xvfb xauth openbox python3"
 
 is_installed() {
-  case "$(dpkg-query -W -f='${db:Status-Status} ' "$1" 2>/dev/null)" in
-    *installed*) return 0 ;;
+  # One word an architecture: "installed", or "not-installed" and others.
+  case " $(dpkg-query -W -f='${db:Status-Status} ' "$1" 2>/dev/null)" in
+    *" installed "*) return 0 ;;
     *) return 1 ;;
   esac
 }
