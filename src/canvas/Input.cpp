@@ -7,7 +7,7 @@ namespace brisel::canvas {
 using platform::equalsIgnoringCase;
 
 PointerButton buttonNamed(std::string_view name) {
-  if (equalsIgnoringCase(name, "left")) return PointerButton::left;
+  if (name.empty() || equalsIgnoringCase(name, "left")) return PointerButton::left;
   if (equalsIgnoringCase(name, "middle")) return PointerButton::middle;
   if (equalsIgnoringCase(name, "right")) return PointerButton::right;
   return PointerButton::none;

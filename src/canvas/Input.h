@@ -16,7 +16,7 @@ struct Modifiers {
   friend constexpr bool operator==(const Modifiers&, const Modifiers&) = default;
 };
 
-/// "left", "middle" or "right"; none for anything else.
+/// "left", "middle" or "right"; empty stands for left, anything else is none.
 [[nodiscard]] PointerButton buttonNamed(std::string_view name);
 /// Words joined by "+" in any case: "ctrl+shift". Unknown words are passed over.
 [[nodiscard]] Modifiers modifiersNamed(std::string_view names);

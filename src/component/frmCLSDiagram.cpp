@@ -39,9 +39,9 @@ void frmCLSDiagram::Resize(double width, double height) { m_editor->Resize(width
 void frmCLSDiagram::KeyPress(std::string_view key, std::string_view) {
   if (key != "F1") return;
   try {
-    if (const auto session = m_editor->Session()) {
-      session->get("Application").object()->call("ShowHelp", {"UML class diagram.html"});
-    }
+    const auto session = m_editor->Session();
+    const auto application = session ? session->get("Application").object() : nullptr;
+    if (application) application->call("ShowHelp", {"UML class diagram.html"});
   } catch (const std::exception&) {
     // A host without help is no reason to stop the user.
   }
