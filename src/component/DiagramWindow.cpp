@@ -95,14 +95,15 @@ constexpr std::array kCanvasProperties = {
     Text("linkNodeCY"),
 };
 
-using Receiver = std::function<Object&(Object&)>;
+/// Gives a reference that outlives the call: a host may destroy the window in one of its events.
+using Receiver = std::function<Ref<Object>(Object&)>;
 
 void forwardMethod(MemberTable& table, const Forwarded& row, const Receiver& receiver) {
   Member member;
   member.name = row.name;
   member.arguments = member.required = row.arguments;
   member.call = [receiver, name = row.name](Object& self, std::vector<Value>& arguments) {
-    return receiver(self).invoke(name, arguments);
+    return receiver(self)->invoke(name, arguments);
   };
   table.add(std::move(member));
 }
@@ -112,10 +113,10 @@ void forwardProperty(MemberTable& table, Text name, const Receiver& receiver) {
   member.name = name;
   member.kind = Member::Kind::property;
   member.call = [receiver, name](Object& self, std::vector<Value>&) {
-    return receiver(self).get(name);
+    return receiver(self)->get(name);
   };
   member.assign = [receiver, name](Object& self, const Value& value) {
-    receiver(self).set(name, value);
+    receiver(self)->set(name, value);
   };
   table.add(std::move(member));
 }
@@ -151,9 +152,9 @@ void DiagramWindow::Destroy() {
 }
 
 void DiagramWindow::Populate() {
-  editor::CLSEditor& shown = editor();
+  const Ref<editor::CLSEditor> shown = &editor();
   m_form->Caption("UML Class Diagram");
-  shown.Populate();
+  shown->Populate();
 }
 
 editor::CLSEditor& DiagramWindow::editor() const {
@@ -177,11 +178,11 @@ const MemberTable& DiagramWindow::memberTable() const {
                             .method("Populate", &D::Populate)
                             .property("frmCLSDiagram", &D::form)
                             .build();
-    const Receiver toEditor = [](Object& self) -> Object& {
-      return dynamic_cast<D&>(self).editor();
+    const Receiver toEditor = [](Object& self) -> Ref<Object> {
+      return &dynamic_cast<D&>(self).editor();
     };
-    const Receiver toCanvas = [](Object& self) -> Object& {
-      return *dynamic_cast<D&>(self).editor().diagram();
+    const Receiver toCanvas = [](Object& self) -> Ref<Object> {
+      return dynamic_cast<D&>(self).editor().diagram();
     };
     for (const Text name : kEditorProperties) forwardProperty(table, name, toEditor);
     for (const Forwarded& row : kEditorMembers) forwardMethod(table, row, toEditor);
