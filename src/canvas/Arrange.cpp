@@ -1,6 +1,7 @@
 #include "canvas/Arrange.h"
 
 #include <algorithm>
+#include <cmath>
 #include <unordered_map>
 
 #include "canvas/Memory.h"
@@ -21,6 +22,8 @@ namespace {
 
 /// Between the corner of the canvas and a diagram that was laid out.
 constexpr Point kCorner{300, 300};
+/// Room for the arrow or diamond at the end of a line.
+constexpr double kStubLength = 300;
 
 layout::EdgeKind kindOf(const Link& link) {
   if (link.endArrow() == static_cast<int>(Arrow::triangle)) {
@@ -75,10 +78,35 @@ Point shiftOf(const layout::Drawing& drawing) {
   return kCorner - low;
 }
 
+/// A bend straight above or below an end, on the way to the next point.
+Point stub(Point end, Point next) {
+  return {end.x, end.y + std::clamp((next.y - end.y) / 3, -kStubLength, kStubLength)};
+}
+
+/// The bends with which a line meets its boxes where the layout drew it to: other lines, or other
+/// boxes, lie where it would run by itself.
+std::vector<Point> bendsFor(const Link& link, const std::vector<Point>& line) {
+  const auto near = [](Point a, Point b) {
+    return std::max(std::abs(a.x - b.x), std::abs(a.y - b.y)) < platform::kTwipsPerPixel;
+  };
+  const Point first = line.front();
+  const Point last = line.back();
+  std::vector<Point> bends(line.begin() + 1, line.end() - 1);
+  const auto drawn = route(link.sourceNode().bounds(), link.targetNode().bounds(), bends, {});
+  const bool keepsFirst = near(drawn.front(), first);
+  const bool keepsLast = near(drawn.back(), last);
+  if (keepsFirst && keepsLast) return bends;
+  if (bends.empty() && first.x == last.x) return {(first + last) * 0.5};
+  if (bends.empty()) return {stub(first, last), stub(last, first)};
+  if (!keepsFirst) bends.insert(bends.begin(), stub(first, line[1]));
+  if (!keepsLast) bends.push_back(stub(last, line[line.size() - 2]));
+  return bends;
+}
+
 /// Moves the box without giving up its fitting to the text; true when it moved.
 bool moveTo(Node& node, Point corner) {
   const Rect before = node.bounds();
-  const Point whole = wholeTwips(corner);
+  const Point whole = withinReach(wholeTwips(corner));
   node.bounds({whole.x, whole.y, before.width, before.height});
   return node.bounds() != before;
 }
@@ -96,9 +124,14 @@ std::vector<std::string> arrange(Scene& scene, std::string_view code, std::uint6
     if (moveTo(node, drawing.positions[i] + shift)) moved.push_back(node.key());
   }
   for (std::size_t i = 0; i < model.links.size(); ++i) {
-    const auto& line = drawing.lines[i];
-    std::vector<Point> bends;
-    for (std::size_t k = 1; k + 1 < line.size(); ++k) bends.push_back(wholeTwips(line[k] + shift));
+    if (code != "%HIERARCHY%") {
+      model.links[i]->bends({});
+      continue;
+    }
+    auto line = drawing.lines[i];
+    for (Point& point : line) point = point + shift;
+    auto bends = bendsFor(*model.links[i], line);
+    for (Point& bend : bends) bend = withinReach(wholeTwips(bend));
     model.links[i]->bends(std::move(bends));
   }
   return moved;

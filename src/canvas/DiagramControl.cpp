@@ -7,7 +7,9 @@
 #include "canvas/Arrange.h"
 #include "canvas/Interaction.h"
 #include "canvas/Keyboard.h"
+#include "canvas/Memory.h"
 #include "canvas/Points.h"
+#include "canvas/SvgExport.h"
 #include "canvas/components.h"
 #include "platform/ComponentRegistry.h"
 #include "platform/Error.h"
@@ -31,10 +33,18 @@ constexpr double kWheelZoomStep = 1.15;
 constexpr std::size_t kMostSections = 16;
 
 Font checkedFont(std::string_view name, double size) {
-  if (!(size > 0 && size <= 1000)) {
+  if (!(size >= 1 && size <= 1000)) {
     throw Error(ErrorNumber::invalidCall, "Font size out of range: " + Value(size).text());
   }
   return {std::string(name), size};
+}
+
+/// Where a hand can be: what lies out of reach is brought to its edge.
+Point placeOf(double x, double y) {
+  if (std::isnan(x) || std::isnan(y)) {
+    throw Error(ErrorNumber::invalidCall, "A place on the canvas must be a number");
+  }
+  return withinReach(Point{x, y});
 }
 
 int wholeOf(double value) {
@@ -156,8 +166,8 @@ Ref<Collection> DiagramControl::Buttons() const {
 }
 
 void DiagramControl::SetNewNodeSize(double width, double height) {
-  if (!(width > 0 && height > 0 && std::isfinite(width) && std::isfinite(height))) {
-    throw Error(ErrorNumber::invalidCall, "A new node needs a size above zero");
+  if (!(width > 0 && height > 0 && width <= kReach && height <= kReach)) {
+    throw Error(ErrorNumber::invalidCall, "A new node needs a size above zero and within reach");
   }
   m_newNodeSize = {width, height};
 }
@@ -250,31 +260,31 @@ Ref<platform::DiagramNode> DiagramControl::GetHitNode(const Value& point) {
 }
 
 void DiagramControl::CopyToClipboard() {
-  if (pictureMaker) m_registry.shell().copy({{"image/svg+xml", pictureMaker(m_scene)}});
+  m_registry.shell().copy({{"image/svg+xml", toSvg(m_scene)}});
 }
 
 void DiagramControl::PrintDiagram(bool preview) { PrintRequested(preview); }
 
 void DiagramControl::PointerMove(double x, double y) {
   const Ref<DiagramControl> self(this);
-  m_interaction->pointerMove({x, y});
+  m_interaction->pointerMove(placeOf(x, y));
 }
 
 void DiagramControl::PointerPress(double x, double y, std::string_view button,
                                   std::string_view modifiers) {
   const Ref<DiagramControl> self(this);
-  m_interaction->pointerPress({{x, y}, buttonNamed(button), modifiersNamed(modifiers)});
+  m_interaction->pointerPress({placeOf(x, y), buttonNamed(button), modifiersNamed(modifiers)});
 }
 
 void DiagramControl::PointerRelease(double x, double y, std::string_view button,
                                     std::string_view modifiers) {
   const Ref<DiagramControl> self(this);
-  m_interaction->pointerRelease({{x, y}, buttonNamed(button), modifiersNamed(modifiers)});
+  m_interaction->pointerRelease({placeOf(x, y), buttonNamed(button), modifiersNamed(modifiers)});
 }
 
 void DiagramControl::PointerDoubleClick(double x, double y) {
   const Ref<DiagramControl> self(this);
-  m_interaction->pointerDoubleClick({x, y});
+  m_interaction->pointerDoubleClick(placeOf(x, y));
 }
 
 void DiagramControl::PointerLeave() {
@@ -286,7 +296,7 @@ void DiagramControl::Wheel(double x, double y, double steps, std::string_view mo
   const Modifiers held = modifiersNamed(modifiers);
   if (held.ctrl) {
     m_viewport.zoomTo(getZoom() * std::pow(kWheelZoomStep, std::clamp(steps, -100.0, 100.0)),
-                      {x, y});
+                      placeOf(x, y));
   } else {
     const double pixels = -steps * kWheelPixels;
     m_viewport.scrollBy(held.shift ? Point{pixels, 0} : Point{0, pixels});

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
@@ -145,6 +144,7 @@ class DiagramControl : public platform::DiagramControl {
   /// The node at a point (an object with x and y in twips), or at the pointer for empty; or
   /// nothing.
   [[nodiscard]] platform::Ref<platform::DiagramNode> GetHitNode(const platform::Value& point);
+  /// Puts an SVG of the whole diagram there.
   void CopyToClipboard();
   /// Asks the view to print, or with true to show the preview.
   void PrintDiagram(bool preview);
@@ -179,8 +179,6 @@ class DiagramControl : public platform::DiagramControl {
   /// The rectangle that is being drawn to select what lies in it; damage is told of it as of items.
   [[nodiscard]] std::optional<platform::Rect> rubberBand() const;
   void windowHandle(std::int64_t handle) { m_handle = handle; }
-  /// Painting gives here what makes an SVG of the scene; without it CopyToClipboard does nothing.
-  std::function<std::string(const Scene&)> pictureMaker;
 
   platform::Event<> CursorChanged;
   /// The view prints, or with true shows the preview.

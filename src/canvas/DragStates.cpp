@@ -55,8 +55,8 @@ ResizeState::ResizeState(Interaction& owner, Node& node, Handle handle, Point st
       m_cursor(owner.hoverCursor()) {}
 
 void ResizeState::move(const PointerEvent& event) {
-  m_node->bounds(
-      pulled(m_before, m_handle, wholeTwips(event.at + m_offset), m_node->minimumSize()));
+  const Point to = wholeTwips(event.at + m_offset);
+  m_node->bounds(withinReach(pulled(m_before, m_handle, to, m_node->minimumSize())));
 }
 
 void ResizeState::release(const PointerEvent& event) {
@@ -101,10 +101,11 @@ void BendState::release(const PointerEvent& event) {
   move(event);
   m_owner.rest();
   if (!m_moved || m_link->scene() == nullptr || m_link->bends() != m_bends) return;
-  const auto& points = m_link->points();
+  const Scene::Update update(m_link->scene());
   const double reach = m_owner.control().viewport().toTwips(kHitPixels);
-  if (distance(points[m_bend + 1], points[m_bend], points[m_bend + 2]) > reach) return;
   m_link->removeBend(m_bend);
+  const auto& points = m_link->points();
+  if (distance(m_bends[m_bend], points[m_bend], points[m_bend + 1]) > reach) m_link->bends(m_bends);
 }
 
 void BendState::cancel() { m_link->bends(m_before); }

@@ -50,7 +50,7 @@ class ResizeState : public InteractionState {
   CursorShape m_cursor;
 };
 
-/// A bend of a line follows the pointer; one dropped on the way between its neighbours goes away.
+/// A bend of a line follows the pointer; one dropped where the line would run without it goes away.
 class BendState : public InteractionState {
  public:
   /// With `isNew` the bend is made at the first move, otherwise it is there already.

@@ -15,6 +15,10 @@ bool touches(const Rect& a, const Rect& b) {
 }
 
 std::int64_t cellOf(double coordinate, double side) {
+  // What is asked for may be anything, even no number at all.
+  constexpr double kFarthest = 1e15;
+  if (!(coordinate > -kFarthest)) coordinate = -kFarthest;
+  coordinate = std::min(coordinate, kFarthest);
   return static_cast<std::int64_t>(std::floor(coordinate / side));
 }
 

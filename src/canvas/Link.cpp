@@ -21,8 +21,6 @@ using platform::Ref;
 
 namespace {
 
-constexpr double kReach = 2147483647;
-
 void checkReach(Point p) {
   if (!(std::abs(p.x) <= kReach && std::abs(p.y) <= kReach)) {
     throw Error(ErrorNumber::invalidCall, "Point of a link out of reach");

@@ -109,7 +109,8 @@ Size textSize(std::string_view text, const Font& font) {
   int columns = 0;
   const auto lines = linesOf(text);
   for (const std::string_view line : lines) columns = std::max(columns, platform::columnsOf(line));
-  return {columns * font.columnWidth(), static_cast<double>(lines.size()) * font.lineHeight()};
+  return {std::min(kReach, columns * font.columnWidth()),
+          std::min(kReach, static_cast<double>(lines.size()) * font.lineHeight())};
 }
 
 Point middleOf(const std::vector<Point>& points) {

@@ -3,12 +3,28 @@
 #include <algorithm>
 #include <cmath>
 
+#include "canvas/Metrics.h"
+
 namespace brisel::canvas {
 
 using platform::Point;
+using platform::Rect;
 using platform::Ref;
 
 Point wholeTwips(Point point) { return {std::nearbyint(point.x), std::nearbyint(point.y)}; }
+
+Point withinReach(Point point) {
+  const auto limited = [](double value) {
+    return std::isnan(value) ? 0 : std::clamp(value, -kReach, kReach);
+  };
+  return {limited(point.x), limited(point.y)};
+}
+
+Rect withinReach(const Rect& rect) {
+  const Point corner = withinReach(rect.topLeft());
+  const Point size = withinReach(Point{rect.width, rect.height});
+  return {corner.x, corner.y, size.x, size.y};
+}
 
 SelectionMemory::SelectionMemory(Scene& scene) : m_scene(scene) {
   for (Item* item : scene.selection().selectedItems()) m_items.push_back({&item->object(), item});
@@ -40,13 +56,13 @@ void MovingItems::moveBy(Point distance) {
   for (const MovingNode& moving : m_nodes) {
     if (moving.node->scene() != &m_scene) continue;
     const bool fits = moving.node->fitsText();
-    moving.node->bounds(moving.bounds.movedBy(whole));
+    moving.node->bounds(withinReach(moving.bounds.movedBy(whole)));
     if (fits) moving.node->fitToText(true);
   }
   for (const MovingLink& moving : m_links) {
     if (moving.link->scene() != &m_scene) continue;
     auto bends = moving.bends;
-    for (Point& bend : bends) bend = bend + whole;
+    for (Point& bend : bends) bend = withinReach(bend + whole);
     moving.link->bends(std::move(bends));
   }
 }

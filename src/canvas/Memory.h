@@ -57,5 +57,8 @@ class MovingItems {
 
 /// The nearest whole twips.
 [[nodiscard]] platform::Point wholeTwips(platform::Point point);
+/// The nearest place that an item may lie at; what is no number becomes the origin.
+[[nodiscard]] platform::Point withinReach(platform::Point point);
+[[nodiscard]] platform::Rect withinReach(const platform::Rect& rect);
 
 }  // namespace brisel::canvas

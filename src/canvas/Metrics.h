@@ -19,6 +19,9 @@ struct Font {
   [[nodiscard]] constexpr double lineHeight() const { return 1.2 * height(); }
 };
 
+/// How far from the origin anything may lie, and how large it may be: stored geometry has 32 bits.
+inline constexpr double kReach = 2147483647;
+
 inline constexpr double kPadding = 90;         ///< between a box's border and its text, sideways
 inline constexpr double kTitlePadding = 60;    ///< above and below the title
 inline constexpr double kSectionPadding = 45;  ///< above and below the rows of a section

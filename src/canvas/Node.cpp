@@ -23,9 +23,6 @@ using platform::Size;
 
 namespace {
 
-/// The store keeps geometry in 32 bits.
-constexpr double kReach = 2147483647;
-
 void checkReach(const Rect& r) {
   for (const double value : {r.left, r.top, r.width, r.height}) {
     if (!(std::abs(value) <= kReach)) {
@@ -193,7 +190,8 @@ Size Node::neededSize() const {
     width = std::max(width, section->columns() * font.columnWidth());
     height += neededHeight(*section, font);
   }
-  return {std::ceil(std::max(kMinimumWidth, width + 2 * kPadding)), std::ceil(height)};
+  return {std::ceil(std::clamp(width + 2 * kPadding, kMinimumWidth, kReach)),
+          std::ceil(std::min(height, kReach))};
 }
 
 Size Node::minimumSize() const {

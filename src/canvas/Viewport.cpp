@@ -62,7 +62,7 @@ void Viewport::scrollTo(Point twips) {
 void Viewport::scrollBy(Point pixels) { scrollTo(m_scroll + pixels * (1 / pixelsPerTwip())); }
 
 void Viewport::zoomTo(double percent, Point around) {
-  if (std::isnan(percent)) return;
+  if (std::isnan(percent) || std::isnan(around.x) || std::isnan(around.y)) return;
   const double wanted = std::clamp(percent, kSmallestZoom, kLargestZoom);
   if (wanted == m_zoom) return;
   const Point seenAt = toPixels(around);

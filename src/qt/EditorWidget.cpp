@@ -3,7 +3,6 @@
 #include <QKeyEvent>
 #include <QVBoxLayout>
 
-#include "canvas/SvgExport.h"
 #include "qt/CanvasToolBar.h"
 #include "qt/DiagramView.h"
 #include "qt/InputNames.h"
@@ -22,7 +21,6 @@ EditorWidget::EditorWidget(editor::CLSEditor& editor, QWidget* parent)
   column->addWidget(m_toolBar);
   column->addWidget(m_view, 1);
   setFocusProxy(m_view);
-  control->pictureMaker = [](const canvas::Scene& scene) { return canvas::toSvg(scene); };
   m_printing = control->PrintRequested.connect([this, control = control.get()](bool preview) {
     printDiagram(control->scene(), preview, this);
   });

@@ -41,7 +41,9 @@ TEST(SvgPainter, givesThePageWholePixels) {
   const std::string text = svg.finish();
   EXPECT_NE(text.find(R"(width="8" height="2" viewBox="-2 0 8 2")"), std::string::npos);
   EXPECT_NE(text.find(R"(M-1.5,0.5H-0.5V1.5H-1.5Z)"), std::string::npos);
-  EXPECT_NE(text.find(R"(x="0" y="0.07" width="0.67" height="6.67" fill="#ff0000" fill-opacity="0.502")"), std::string::npos);
+  EXPECT_NE(
+      text.find(R"(x="0" y="0.07" width="0.67" height="6.67" fill="#ff0000" fill-opacity="0.502")"),
+      std::string::npos);
 }
 
 std::size_t count(const std::string& text, std::string_view part) {
