@@ -160,6 +160,17 @@ bool PackedText::equals(const TextKey& key) const {
   return m_form.bytes == key.form().bytes;
 }
 
+bool PackedText::equals(std::string_view text) const {
+  if (m_form.tag == TextForm::kComposed || text.size() != size()) return false;
+  if (m_form.tag == TextForm::kHeap) return heapText() == text;
+  if (m_form.tag != TextForm::kUuid) {
+    return std::string_view(m_form.bytes.data(), text.size()) == text;
+  }
+  std::array<char, kUuidLength> unpacked;
+  unpackUuid(m_form.bytes.data(), unpacked.data());
+  return std::string_view(unpacked.data(), unpacked.size()) == text;
+}
+
 std::uint32_t PackedText::hash() const {
   return m_form.tag == TextForm::kHeap ? hashLong(heapText()) : hashForm(m_form);
 }
