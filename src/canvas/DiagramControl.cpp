@@ -8,7 +8,6 @@
 #include "canvas/Interaction.h"
 #include "canvas/Keyboard.h"
 #include "canvas/Points.h"
-#include "canvas/components.h"
 #include "platform/ComponentRegistry.h"
 #include "platform/Error.h"
 #include "platform/Shell.h"
@@ -42,11 +41,6 @@ int wholeOf(double value) {
 }
 
 }  // namespace
-
-void registerComponents(platform::ComponentRegistry& registry) {
-  registry.add("BriselDiagram.diagramControl",
-               [](platform::ComponentRegistry& made) { return make<DiagramControl>(made); });
-}
 
 DiagramControl::DiagramControl(platform::ComponentRegistry& registry)
     : m_registry(registry),
