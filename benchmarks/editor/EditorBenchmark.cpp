@@ -41,8 +41,7 @@ void Populate(benchmark::State& state) {
     state.PauseTiming();
     const auto drawn = bench.editor->diagram()->getAllNodes()->Count();
     if (drawn != state.range(0)) return state.SkipWithError("not every class was drawn");
-    state.counters["lines"] =
-        static_cast<double>(bench.editor->diagram()->getAllLinks()->Count());
+    state.counters["lines"] = static_cast<double>(bench.editor->diagram()->getAllLinks()->Count());
     bench.editor->Clear();
     state.ResumeTiming();
   }
