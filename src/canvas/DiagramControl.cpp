@@ -10,7 +10,6 @@
 #include "canvas/Memory.h"
 #include "canvas/Points.h"
 #include "canvas/SvgExport.h"
-#include "canvas/components.h"
 #include "platform/ComponentRegistry.h"
 #include "platform/Error.h"
 #include "platform/Shell.h"
@@ -52,11 +51,6 @@ int wholeOf(double value) {
 }
 
 }  // namespace
-
-void registerComponents(platform::ComponentRegistry& registry) {
-  registry.add("BriselDiagram.diagramControl",
-               [](platform::ComponentRegistry& made) { return make<DiagramControl>(made); });
-}
 
 DiagramControl::DiagramControl(platform::ComponentRegistry& registry)
     : m_registry(registry),

@@ -44,9 +44,13 @@ void Meta::Types<Type>::forget() {
   *this = {};
 }
 
-Meta::~Meta() { clear(); }
+Meta::~Meta() {
+  m_listeners.reset();  // nobody is told of the end
+  clear();
+}
 
 void Meta::Init() {
+  requireOpen();
   clear();
   for (const NodeConvention& convention : nodeConventions()) {
     NodeType& type = nodeType(convention.type);
@@ -55,7 +59,12 @@ void Meta::Init() {
   for (const std::string_view name : linkConventions()) linkType(name);
 }
 
+/// What a listener made meanwhile would be lost: it is refused.
 void Meta::clear() {
+  struct Clearing {
+    bool& is;
+    ~Clearing() { is = false; }
+  } const clearing{m_isClearing = true};
   for (const Ref<LinkType>& type : m_linkTypes.all()) type->extension()->Clear();
   for (const Ref<NodeType>& type : m_nodeTypes.all()) type->extension()->Clear();
   m_linkTypes.forget();
@@ -126,8 +135,13 @@ StoredNode& Meta::ownNode(platform::Node& node) const {
   return *stored;
 }
 
+void Meta::requireOpen() const {
+  if (m_isClearing) failCall("Nothing can be made while the repository is being emptied");
+}
+
 Ref<platform::Node> Meta::MakeNode(std::string_view type, std::string_view name,
                                    std::string_view identifier) {
+  requireOpen();
   NodeType& parent = nodeType(type);
   const TextKey key(identifier);
   parent.requireFree(key);
@@ -140,6 +154,7 @@ Ref<platform::Node> Meta::MakeNode(std::string_view type, std::string_view name,
 Ref<platform::Link> Meta::MakeLink(std::string_view type, std::string_view name,
                                    std::string_view identifier, platform::Node& source,
                                    platform::Node& target) {
+  requireOpen();
   StoredNode& from = ownNode(source);
   StoredNode& to = ownNode(target);
   LinkType& parent = linkTypeBetween(type, from, to);

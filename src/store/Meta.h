@@ -74,9 +74,11 @@ class Meta final : public platform::MetaRepository {
                             const StoredNode& target);
   [[nodiscard]] StoredNode& ownNode(platform::Node& node) const;
   void clear();
+  void requireOpen() const;
 
   Types<NodeType> m_nodeTypes;
   Types<LinkType> m_linkTypes;
+  bool m_isClearing = false;
   std::uint64_t m_changes = 0;
   platform::Event<const platform::Change&> m_changed;
   /// Every connected listener holds a copy, so that nothing is prepared when nobody listens.

@@ -8,20 +8,49 @@ namespace brisel::store {
 namespace {
 
 constexpr std::size_t kUuidLength = 36;
-constexpr std::array<std::uint8_t, 16> kHexAt = {0,  2,  4,  6,  9,  11, 14, 16,
-                                                 19, 21, 24, 26, 28, 30, 32, 34};
-constexpr std::uint8_t kNoDigit = 0xFF;
+constexpr std::size_t kUuidDigits = 32;
 
-constexpr std::array<std::uint8_t, 256> makeDigits() {
-  std::array<std::uint8_t, 256> digits{};
-  for (auto& digit : digits) digit = kNoDigit;
-  for (std::uint8_t i = 0; i < 10; ++i) digits[std::size_t{'0'} + i] = i;
-  for (std::uint8_t i = 0; i < 6; ++i) {
-    digits[std::size_t{'a'} + i] = static_cast<std::uint8_t>(10 + i);
+// Eight hexadecimal digits at a time, a digit in each byte of a word, the first in the lowest.
+constexpr std::uint64_t everyByte(std::uint64_t byte) { return byte * 0x0101010101010101U; }
+
+std::uint64_t readWord(const char* bytes) {
+  std::uint64_t word = 0;
+  for (unsigned i = 0; i < 8; ++i) {
+    word |= std::uint64_t{static_cast<std::uint8_t>(bytes[i])} << (8 * i);
   }
-  return digits;
+  return word;
 }
-constexpr std::array<std::uint8_t, 256> kDigits = makeDigits();
+
+void writeWord(std::uint64_t word, unsigned count, char* bytes) {
+  for (unsigned i = 0; i < count; ++i) bytes[i] = static_cast<char>(word >> (8 * i));
+}
+
+/// The characters of digits below 16: those from 10 on are letters.
+std::uint64_t charactersOf(std::uint64_t digits) {
+  const std::uint64_t letters = (digits + everyByte(6)) >> 4 & everyByte(1);
+  return digits + everyByte('0') + letters * ('a' - '0' - 10);
+}
+
+/// The digits of characters, one of them above 15 when a character is no lower-case digit.
+std::uint64_t digitsOf(std::uint64_t characters) {
+  const std::uint64_t letters = characters >> 6 & everyByte(1);
+  const std::uint64_t digits = (characters & everyByte(15)) + letters * 9;
+  const bool fits = (digits & everyByte(0xF0)) == 0 && charactersOf(digits) == characters;
+  return fits ? digits : everyByte(0xFF);
+}
+
+/// Eight digits as four bytes, and back.
+std::uint64_t packDigits(std::uint64_t digits) {
+  std::uint64_t bytes = (digits << 4 | digits >> 8) & 0x00FF00FF00FF00FFU;
+  bytes = (bytes | bytes >> 8) & 0x0000FFFF0000FFFFU;
+  return (bytes | bytes >> 16) & 0xFFFFFFFFU;
+}
+
+std::uint64_t unpackDigits(std::uint64_t bytes) {
+  bytes = (bytes | bytes << 16) & 0x0000FFFF0000FFFFU;
+  bytes = (bytes | bytes << 8) & 0x00FF00FF00FF00FFU;
+  return (bytes >> 4 & 0x000F000F000F000FU) | (bytes & 0x000F000F000F000FU) << 8;
+}
 
 std::uint64_t load(const char* bytes) {
   std::uint64_t word = 0;
@@ -69,25 +98,36 @@ TextForm formOf(std::string_view text) {
 bool packUuid(std::string_view text, char* bytes) {
   if (text.size() != kUuidLength) return false;
   if (text[8] != '-' || text[13] != '-' || text[18] != '-' || text[23] != '-') return false;
-  const auto digit = [&](std::size_t at) { return kDigits[static_cast<std::uint8_t>(text[at])]; };
-  std::uint8_t seen = 0;
-  for (std::size_t i = 0; i < kHexAt.size(); ++i) {
-    const std::uint8_t high = digit(kHexAt[i]);
-    const std::uint8_t low = digit(kHexAt[i] + std::size_t{1});
-    seen |= high | low;
-    bytes[i] = static_cast<char>(high << 4 | low);
+  std::array<char, kUuidDigits> characters;
+  std::memcpy(characters.data(), text.data(), 8);
+  std::memcpy(characters.data() + 8, text.data() + 9, 4);
+  std::memcpy(characters.data() + 12, text.data() + 14, 4);
+  std::memcpy(characters.data() + 16, text.data() + 19, 4);
+  std::memcpy(characters.data() + 20, text.data() + 24, 12);
+  std::uint64_t seen = 0;
+  for (std::size_t i = 0; i < kUuidDigits; i += 8) {
+    const std::uint64_t digits = digitsOf(readWord(characters.data() + i));
+    seen |= digits;
+    writeWord(packDigits(digits), 4, bytes + i / 2);
   }
-  return (seen & 0xF0U) == 0;
+  return (seen & everyByte(0xF0)) == 0;
 }
 
 void unpackUuid(const char* bytes, char* text) {
-  static constexpr std::string_view kHex = "0123456789abcdef";
-  text[8] = text[13] = text[18] = text[23] = '-';
-  for (std::size_t i = 0; i < kHexAt.size(); ++i) {
-    const auto byte = static_cast<std::uint8_t>(bytes[i]);
-    text[kHexAt[i]] = kHex[byte >> 4];
-    text[kHexAt[i] + 1] = kHex[byte & 15U];
+  std::array<char, kUuidDigits> characters;
+  for (std::size_t i = 0; i < kUuidDigits; i += 8) {
+    std::uint64_t packed = 0;
+    for (unsigned k = 0; k < 4; ++k) {
+      packed |= std::uint64_t{static_cast<std::uint8_t>(bytes[i / 2 + k])} << (8 * k);
+    }
+    writeWord(charactersOf(unpackDigits(packed)), 8, characters.data() + i);
   }
+  std::memcpy(text, characters.data(), 8);
+  std::memcpy(text + 9, characters.data() + 8, 4);
+  std::memcpy(text + 14, characters.data() + 12, 4);
+  std::memcpy(text + 19, characters.data() + 16, 4);
+  std::memcpy(text + 24, characters.data() + 20, 12);
+  text[8] = text[13] = text[18] = text[23] = '-';
 }
 
 TextKey::TextKey(std::string_view text)
@@ -158,6 +198,17 @@ bool PackedText::equals(const TextKey& key) const {
   if (m_form.tag != key.form().tag) return false;
   if (m_form.tag == TextForm::kHeap) return heapText() == key.text();
   return m_form.bytes == key.form().bytes;
+}
+
+bool PackedText::equals(std::string_view text) const {
+  if (m_form.tag == TextForm::kComposed || text.size() != size()) return false;
+  if (m_form.tag == TextForm::kHeap) return heapText() == text;
+  if (m_form.tag != TextForm::kUuid) {
+    return std::string_view(m_form.bytes.data(), text.size()) == text;
+  }
+  std::array<char, kUuidLength> unpacked;
+  unpackUuid(m_form.bytes.data(), unpacked.data());
+  return std::string_view(unpacked.data(), unpacked.size()) == text;
 }
 
 std::uint32_t PackedText::hash() const {

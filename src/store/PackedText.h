@@ -64,6 +64,7 @@ class PackedText {
   /// Writes `size()` characters and returns the end.
   char* copyTo(char* out) const;
   [[nodiscard]] bool equals(const TextKey& key) const;
+  [[nodiscard]] bool equals(std::string_view text) const;
   [[nodiscard]] std::uint32_t hash() const;
 
  private:

@@ -42,9 +42,19 @@ std::string StoredLink::composedName() const {
   return name;
 }
 
+/// Compares piece by piece: every link that is made asks.
+bool StoredLink::isComposed(std::string_view name) const {
+  const PackedText& source = m_source->packedIdentifier();
+  const PackedText& target = m_target->packedIdentifier();
+  const std::string_view relation = m_type->dottedRelation();
+  if (name.size() != composedSize()) return false;
+  return name.substr(source.size(), relation.size()) == relation &&
+         source.equals(name.substr(0, source.size())) &&
+         target.equals(name.substr(source.size() + relation.size()));
+}
+
 PackedText StoredLink::pack(std::string_view name) const {
-  const bool isComposed = name.size() == composedSize() && name == composedName();
-  return isComposed ? PackedText::composed() : PackedText(name);
+  return isComposed(name) ? PackedText::composed() : PackedText(name);
 }
 
 void StoredLink::keepName() {

@@ -48,6 +48,7 @@ class StoredLink final : public StoredElement<platform::Link>, public Pooled<Sto
  private:
   [[nodiscard]] std::size_t composedSize() const;
   [[nodiscard]] std::string composedName() const;
+  [[nodiscard]] bool isComposed(std::string_view name) const;
   [[nodiscard]] PackedText pack(std::string_view name) const;
 
   platform::Ref<LinkType> m_type;
