@@ -49,10 +49,11 @@ void convert(const ConvertOptions& options) {
       readModelFiles({options.files.begin(), options.files.end() - 1}, program.registry());
   if (format == Format::dim) {
     writeBytes(output, interchange::DimWriter::text(*model.repository));
-    return;
+  } else {
+    const Diagram diagram(program, *model.repository);
+    writeBytes(output, pictureOf(diagram.scene(), format, options.scale));
   }
-  const Diagram diagram(program, *model.repository);
-  writeBytes(output, pictureOf(diagram.scene(), format, options.scale));
+  tellOfReport(model.report);
 }
 
 }  // namespace brisel::app

@@ -8,6 +8,7 @@
 #include "component/ModelFile.h"
 #include "platform/MemberTableOf.h"
 #include "platform/Shell.h"
+#include "repository/NewModel.h"
 #include "repository/ViewDefaults.h"
 
 namespace brisel::component {
@@ -126,23 +127,17 @@ void Document::connect() {
 }
 
 void Document::create() {
-  const auto repository = m_registry.create<MetaRepository>("BriselCLS.Meta");
-  repository->Init();
-  const auto generator = m_registry.create("BriselUtility.UUIDGenerator");
-  generator->call("Init", {"Application"});
-  repository::CLSRepository model;
-  model.Create(generator.get());
-  model.SetRepository(repository.get());
-  repository::makeLayoutNode(model);
+  const auto model = repository::newModel(m_registry, "Application");
+  repository::makeLayoutNode(*model);
   m_notes.clear();
   m_source.clear();
   m_editor->RepositoryFileName("");
-  show(*repository);
+  show(*model->GetRepository());
 }
 
 void Document::open(const std::vector<std::string>& files) {
   ModelFile model = readModel(m_registry, files);
-  m_notes = std::move(model.notes);
+  m_notes = notesOf(model.report);
   m_source = files.front();
   m_editor->RepositoryFileName(model.isDiagram ? m_source : std::string());
   show(*model.repository);

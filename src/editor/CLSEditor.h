@@ -155,6 +155,10 @@ class CLSEditor : public platform::Object {
   // Populating.
   void populate();
   void ensureConventions();
+  /// Nothing in a model that has none.
+  [[nodiscard]] platform::Ref<platform::Node> layoutNode() const;
+  /// Writes the view settings to the model's "Layout" node, which is made where it is missing.
+  void saveView();
   void drawModel();
   void drawClasses();
   void drawRelationships(Text kind, Text sourceEnd, Text targetEnd);

@@ -39,7 +39,7 @@ void CLSEditor::saveButton(const std::string&) { SaveDiagram(); }
 
 void CLSEditor::compartmentButton(const std::string& key) {
   Compartments(key);
-  m_view.save(*GetLayoutNode());
+  saveView();
 }
 
 void CLSEditor::relationshipButton(const std::string& key) {
@@ -64,7 +64,7 @@ void CLSEditor::toggleCategory(const std::string& key) {
     m_view.show(key);
   }
   m_diagram->Clear();
-  m_view.save(*GetLayoutNode());
+  saveView();
   Populate();
 }
 

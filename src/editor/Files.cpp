@@ -47,7 +47,7 @@ void CLSEditor::SaveDiagram() {
 
 void CLSEditor::storeDiagram() {
   storePositions();
-  m_view.save(*GetLayoutNode());
+  saveView();
 }
 
 void CLSEditor::showRepository(platform::MetaRepository& repository) {

@@ -37,7 +37,7 @@ void CLSEditor::Populate() {
 void CLSEditor::populate() {
   const Busy busy(*this);
   ensureConventions();
-  m_view.load(*GetLayoutNode());
+  m_view.load(*layoutNode());
   SyncViewButtons();
   SyncCategoryButtons();
   drawModel();
@@ -54,9 +54,7 @@ void CLSEditor::ensureConventions() {
   if (isMissing(types::kStereotype)) {
     model().MakeNode(types::kStereotype, "<NONE>", m_repository->UUID());
   }
-  if (isMissing(types::kLayout)) {
-    m_view.save(*model().MakeNode(types::kLayout, "Layout", m_repository->UUID()));
-  }
+  if (isMissing(types::kLayout)) saveView();
 }
 
 void CLSEditor::drawModel() {
@@ -190,11 +188,19 @@ void CLSEditor::layoutHierarchically() {
 }
 
 Ref<platform::Node> CLSEditor::GetLayoutNode() {
-  return trap("GetLayoutNode", [this]() -> Ref<platform::Node> {
-    const auto layouts = model().MetaNodes(types::kLayout)->extension();
-    if (layouts->Count() == 0) return {};
-    return platform::as<platform::Node>(layouts->Item(1));
-  });
+  return trap("GetLayoutNode", [this] { return layoutNode(); });
+}
+
+Ref<platform::Node> CLSEditor::layoutNode() const {
+  const auto layouts = model().MetaNodes(types::kLayout)->extension();
+  if (layouts->Count() == 0) return {};
+  return platform::as<platform::Node>(layouts->Item(1));
+}
+
+void CLSEditor::saveView() {
+  Ref<platform::Node> node = layoutNode();
+  if (!node) node = model().MakeNode(types::kLayout, "Layout", m_repository->UUID());
+  m_view.save(*node);
 }
 
 void CLSEditor::Clear() {

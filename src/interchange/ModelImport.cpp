@@ -5,6 +5,7 @@
 #include "interchange/EcoreReader.h"
 #include "interchange/ModelBuilder.h"
 #include "interchange/XmiReader.h"
+#include "repository/NewModel.h"
 
 namespace brisel::interchange {
 
@@ -27,15 +28,13 @@ ImportResult readModel(const std::vector<std::string>& paths,
                        platform::ComponentRegistry& registry) {
   std::vector<ModelFile> files;
   for (const std::string& path : paths) files.push_back({path, XmlFile::bytesOf(path)});
+  return readModel(std::move(files), registry);
+}
 
-  const auto repository = registry.create<platform::MetaRepository>("BriselCLS.Meta");
-  repository->Init();
-  const platform::Ref<platform::Object> generator = registry.create("BriselUtility.UUIDGenerator");
-  generator->call("Init", {"ModelImport"});
-  const auto model = platform::make<repository::CLSRepository>();
-  model->Create(generator.get());
-  model->SetRepository(repository.get());
-  return {repository, importModel(std::move(files), *model)};
+ImportResult readModel(std::vector<ModelFile> files, platform::ComponentRegistry& registry) {
+  const auto model = repository::newModel(registry, "ModelImport");
+  ImportReport report = importModel(std::move(files), *model);
+  return {model->GetRepository(), std::move(report)};
 }
 
 }  // namespace brisel::interchange

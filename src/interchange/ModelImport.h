@@ -29,7 +29,11 @@ struct ImportResult {
 [[nodiscard]] ImportResult readModel(const std::vector<std::string>& paths,
                                      platform::ComponentRegistry& registry);
 
-/// The same from memory, into a repository that is set up.
+/// The same from memory.
+[[nodiscard]] ImportResult readModel(std::vector<ModelFile> files,
+                                     platform::ComponentRegistry& registry);
+
+/// The same into a repository that is set up.
 ImportReport importModel(std::vector<ModelFile> files, repository::CLSRepository& repository);
 
 }  // namespace brisel::interchange

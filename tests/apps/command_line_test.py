@@ -86,7 +86,7 @@ class Usage(Case):
                           ["convert", "shop.uml", "out.doc"], ["convert", "shop.uml", "-"],
                           ["convert", "shop.uml", "out.svg", "--to", "doc"],
                           ["convert", "shop.uml", "out.svg", "--scale", "0"], ["info"],
-                          ["info", "shop.uml", "x.dim"], ["layout", "shop.uml"],
+                          ["layout", "shop.uml"],
                           ["layout", "shop.uml", "-o", "x.json", "--style", "NICE"],
                           ["automate", "shop.uml"], ["automate", "--loud"]):
             self.refused(2, *arguments)
