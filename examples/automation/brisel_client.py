@@ -68,7 +68,8 @@ class Brisel:
     pairs of method and parameters; `on_notification`, if set, is called with each."""
 
     def __init__(self, program=None, window=False):
-        command = [program or find_program(), "automate"] + (["--window"] if window else [])
+        self.program = program or find_program()
+        command = [self.program, "automate"] + (["--window"] if window else [])
         self._process = subprocess.Popen(command, stdin=subprocess.PIPE, stdout=subprocess.PIPE)
         self._last_id = 0
         self.notifications = []

@@ -1,10 +1,14 @@
 #!/usr/bin/env python3
 """Builds a diagram of a small library, lays it out, and writes it as library.dim and library.svg.
 
-    python3 build_diagram.py [FOLDER]        the files go to FOLDER, or else here
+    python3 build_diagram.py [FOLDER [BRISEL]]
+
+The files go to FOLDER, or else here. BRISEL is the program; without it, the one that the environment
+variable BRISEL names, the one built last in this source tree, or the one on the path.
 """
 
 import pathlib
+import subprocess
 import sys
 
 from brisel_client import Brisel
@@ -23,7 +27,6 @@ OPERATIONS = {"Item": [("isAvailable", "boolean")], "Loan": [("extend", "void")]
 
 class Builder:
     def __init__(self, brisel):
-        self.shell = brisel.create("Brisel.Shell")
         self.ids = brisel.create("BriselUtility.UUIDGenerator")
         self.ids.Init("build_diagram")
         repository = brisel.create("BriselCLS.Meta")
@@ -61,30 +64,31 @@ class Builder:
         editor.CreateAssociation(new(), "borrows", "", key["Member"], key["Loan"])
         editor.CreateAssociation(new(), "of", "", key["Loan"], key["Item"])
 
-    def save(self, folder):
-        self.editor["RepositoryFileName"] = str(folder / "library.dim")
+    def save(self, path):
+        """Writes geometry and view settings into the model, and the model to the file."""
+        self.editor["RepositoryFileName"] = str(path)
         self.editor.SaveDiagram()
-        self.canvas.CopyToClipboard()
-        picture = self.shell.Clipboard()["image/svg+xml"]
-        (folder / "library.svg").write_text(picture, encoding="utf-8")
 
 
-def main(folder):
-    with Brisel() as brisel:
+def main(folder, program):
+    with Brisel(program) as brisel:
         builder = Builder(brisel)
         keys = {name: builder.add_class(name) for name in CLASSES}
         builder.relate(keys)
         for compartment in ("ViewAttributes", "ViewOperations"):
             builder.editor.Compartments(compartment)
         builder.editor.Layout("%HIERARCHY%")
-        builder.save(folder)
+        builder.save(folder / "library.dim")
         for node in builder.canvas.getAllNodes().ToArray():
             print("%-8s at %6.0f, %6.0f" % (node["text"].split("\n")[-1].strip(), node["left"],
                                             node["top"]))
         for method, params in brisel.notifications:
             if method == "message":
                 print(params["text"], file=sys.stderr)
+    subprocess.run([brisel.program, "convert", folder / "library.dim", folder / "library.svg"],
+                   check=True)
 
 
 if __name__ == "__main__":
-    main(pathlib.Path(sys.argv[1] if len(sys.argv) > 1 else "."))
+    main(pathlib.Path(sys.argv[1] if len(sys.argv) > 1 else "."),
+         sys.argv[2] if len(sys.argv) > 2 else None)

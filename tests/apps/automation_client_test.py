@@ -4,13 +4,15 @@ to any client of `brisel automate`."""
 import json
 import os
 import pathlib
+import random
 import subprocess
 import sys
 import tempfile
 import unittest
 import xml.etree.ElementTree
 
-EXAMPLES = pathlib.Path(__file__).resolve().parents[2] / "examples" / "automation"
+ROOT = pathlib.Path(__file__).resolve().parents[2]
+EXAMPLES = ROOT / "examples" / "automation"
 sys.path.insert(0, str(EXAMPLES))
 
 import brisel_client  # noqa: E402
@@ -21,8 +23,9 @@ PROGRAM = os.environ["BRISEL"]
 class Example(unittest.TestCase):
     def test_builds_lays_out_and_exports_a_diagram(self):
         with tempfile.TemporaryDirectory() as folder:
-            run = subprocess.run([sys.executable, EXAMPLES / "build_diagram.py", folder],
-                                 capture_output=True, check=False)
+            environment = {name: value for name, value in os.environ.items() if name != "BRISEL"}
+            run = subprocess.run([sys.executable, EXAMPLES / "build_diagram.py", folder, PROGRAM],
+                                 capture_output=True, check=False, env=environment)
             self.assertEqual((run.returncode, run.stderr.decode()), (0, ""))
             self.assertEqual(len(run.stdout.splitlines()), 7)
             svg = (pathlib.Path(folder) / "library.svg").read_bytes()
@@ -35,7 +38,7 @@ class Example(unittest.TestCase):
             self.assertEqual([nodes[kind] for kind in ("Class", "Attrib", "Operation",
                                                        "Association", "Aggregation",
                                                        "Generalization", "GeomArea")],
-                             [7, 11, 2, 3, 2, 2, 7])
+                             [7, 10, 2, 3, 2, 2, 7])
 
 
 class Session(unittest.TestCase):
@@ -108,18 +111,48 @@ class Session(unittest.TestCase):
             editor.Populate()
         self.assertEqual(raised.exception.code, -32602)
 
-    def test_every_component_can_be_made_and_listed(self):
-        for prog_id in ("BriselCLS.Meta", "BriselCLS.CLSRepository", "BriselCLS.CLSEditor",
-                        "BriselCLS.DiagramWindow", "BriselDiagram.diagramControl",
-                        "BriselUtility.UUIDGenerator", "BriselDataStructures.MHashTable",
-                        "BriselImporter.FileList", "BriselImporter.DIMImport",
-                        "BriselExporter.DIMExport", "Brisel.Shell", "Brisel.HostObject"):
-            made = self.brisel.create(prog_id)
-            members = self.brisel.members(made)
-            self.assertTrue(members, prog_id)
-            for member in members:
-                self.assertIn(member["kind"], ("method", "property", "event"))
-            self.brisel.release(made)
+    def test_a_diagram_is_built_by_hand_saved_and_read_again(self):
+        editor = self.editor()
+        canvas = editor["diagramControl1"]
+        for key, left in (("c1", 0), ("c2", 9000)):
+            editor.CreateClass(key, key.upper(), "", "", "", "public")
+            canvas.getNode(key)["left"] = left
+        editor.CreateAssociation("a1", "", "", "c1", "c2")
+        canvas.getLink("a1")["ExtraPoints"].Add(4500, 6000)
+        node = canvas.getNode("c2")
+        self.assertEqual(canvas.HitTest(node["left"] + 200, node["top"] + 100)["item"], node)
+        canvas.PointerPress(node["left"] + 200, node["top"] + 100, "left", "")
+        canvas.PointerMove(12200, 3100)
+        canvas.PointerRelease(12200, 3100, "left", "")
+        events = [params["name"] for method, params in self.brisel.notifications
+                  if method == "event" and params["object"] == editor]
+        self.assertIn("ClassMoved", events)
+        self.assertAlmostEqual(node["left"], 12000, delta=400)
+        editor.AddPositions()
+        files = self.brisel.create("BriselImporter.FileList")
+        with tempfile.TemporaryDirectory() as folder:
+            path = folder + "/built.dim"
+            self.brisel.create("BriselExporter.DIMExport").Export(path, "BriselCLS",
+                                                                  editor["Repository"])
+            files.Add(path)
+            read = self.brisel.create("BriselImporter.DIMImport").Import(files)
+        again = self.brisel.create("BriselCLS.CLSEditor")
+        again["Repository"] = read
+        again.Populate()
+        drawn = again["diagramControl1"]
+        self.assertAlmostEqual(drawn.getNode("c2")["left"], node["left"], delta=1)
+        points = drawn.getLink("a1")["ExtraPoints"].ToArray()
+        self.assertEqual([(point["x"], point["y"]) for point in points[1:-1]], [(4500, 6000)])
+
+    def test_keys_of_a_table_are_a_list_of_texts(self):
+        table = self.brisel.create("BriselDataStructures.MHashTable")
+        for key in ("b", "a"):
+            table.Add(key, 1)
+        keys = table["Keys"]
+        self.assertEqual((keys["Count"], keys.Item(1), keys.ToArray()), (2, "b", ["b", "a"]))
+
+    def test_the_shell_is_one(self):
+        self.assertEqual(*(self.brisel.create("Brisel.Shell") for _ in range(2)))
 
     def test_ends_quietly_with_its_input(self):
         process = subprocess.run([PROGRAM, "automate"], capture_output=True, check=False,
@@ -129,6 +162,117 @@ class Session(unittest.TestCase):
         answers = [json.loads(line) for line in process.stdout.splitlines()]
         self.assertEqual(answers[0]["result"], {"ref": 1})
         self.assertEqual(answers[1]["error"]["code"], -32700)
+
+
+PROG_IDS = ("BriselCLS.Meta", "BriselCLS.CLSRepository", "BriselCLS.CLSEditor",
+            "BriselCLS.DiagramWindow", "BriselCLS.CLSClassControl", "BriselDiagram.diagramControl",
+            "BriselUtility.UUIDGenerator", "BriselDataStructures.MHashTable",
+            "BriselImporter.FileList", "BriselImporter.DIMImport", "BriselExporter.DIMExport",
+            "Brisel.Shell", "Brisel.HostObject")
+WORDS = ("c1", "a1", "", "MATRIX", "Class", "Name", "ViewAttributes", "ctrl", "Delete", "Save",
+         "/no/such/folder/x.dim")
+NUMBERS = (0, 1, 2, -1, 2 ** 31, 2 ** 62, -2 ** 63, 0.5, 1e300, -1e-300)
+
+
+class Hostile(unittest.TestCase):
+    """Every member of every component, and of what they give, with whatever arguments."""
+
+    def setUp(self):
+        self.folder = tempfile.TemporaryDirectory()
+        self.addCleanup(self.folder.cleanup)
+        before = os.getcwd()
+        os.chdir(self.folder.name)
+        self.addCleanup(os.chdir, before)
+        self.brisel = brisel_client.Brisel(PROGRAM)
+        self.random = random.Random(20261121)
+        self.objects = []
+
+    def populate(self):
+        store = self.brisel.create("BriselCLS.Meta")
+        store.Init()
+        window = self.brisel.create("BriselCLS.DiagramWindow")
+        window.Create("", None)
+        window["Repository"] = store
+        window.Populate()
+        editor = window["frmCLSDiagram"]["Editor"]
+        for key in ("c1", "c2"):
+            editor.CreateClass(key, key, "", "", "", "public")
+        editor.CreateAssociation("a1", "", "", "c1", "c2")
+        self.objects += [store, window, editor, editor["diagramControl1"], editor["ActiveBar21"],
+                         editor["CLSRepository"], editor["ClassName"]]
+
+    def value(self, depth=1):
+        pick = self.random.choice
+        kind = self.random.randrange(6)
+        if kind == 5 and depth:
+            return [self.value(0), self.value(0)]
+        return (None, pick((True, False)), pick(WORDS), pick(NUMBERS), pick(self.objects),
+                self.random.randrange(20000))[kind]
+
+    def keep(self, value):
+        if isinstance(value, brisel_client.Object) and len(self.objects) < 300:
+            self.objects.append(value)
+        for item in value if isinstance(value, list) else ():
+            self.keep(item)
+
+    def call(self, target, member):
+        request = self.brisel.request
+        if member["kind"] == "method":
+            count = member["arguments"] + self.random.choice((0, 0, 0, 0, 0, -1, 1))
+            return request("invoke", object=target, member=member["name"],
+                           arguments=[self.value() for _ in range(count)])
+        if self.random.random() < 0.6:
+            return request("get", object=target, member=member["name"])
+        return request("set", object=target, member=member["name"], value=self.value())
+
+    def test_no_call_ends_the_process(self):
+        self.populate()
+        self.objects += [self.brisel.create(prog_id) for prog_id in PROG_IDS]
+        codes = set()
+        tables = {}
+        for _ in range(4000):
+            target = self.random.choice(self.objects)
+            if target not in tables:
+                tables[target] = self.brisel.members(target)
+                self.assertLessEqual({row["kind"] for row in tables[target]},
+                                     {"method", "property", "event"})
+            member = self.random.choice(tables[target] or [{"name": "Gone", "kind": "method",
+                                                            "arguments": 0}])
+            try:
+                self.keep(self.call(target, member))
+                codes.add(0)
+            except brisel_client.BriselError as error:
+                codes.add(error.code)
+            self.brisel.notifications.clear()
+        self.assertEqual(codes, {0, -32000, -32602})
+        self.assertEqual(self.brisel.close(), 0)
+
+    def test_a_component_without_a_model_says_so(self):
+        """Commands that need what was never set."""
+        for prog_id in ("BriselCLS.CLSEditor", "BriselCLS.DiagramWindow", "BriselCLS.CLSRepository"):
+            made = self.brisel.create(prog_id)
+            for member in self.brisel.members(made):
+                if member["kind"] == "method":
+                    try:
+                        self.brisel.request("invoke", object=made, member=member["name"],
+                                            arguments=[None] * member["arguments"])
+                    except brisel_client.BriselError as error:
+                        self.assertIn(error.code, (-32000, -32602))
+        editor = self.brisel.create("BriselCLS.CLSEditor")
+        for button in editor["diagramControl1"]["Buttons"].ToArray():
+            editor["diagramControl1"].ClickButton(button["key"])
+        self.assertEqual(self.brisel.close(), 0)
+
+
+class Documentation(unittest.TestCase):
+    def test_the_session_in_the_documentation_is_what_happens(self):
+        text = (ROOT / "docs" / "automation.md").read_text(encoding="utf-8")
+        session = text.split("```session\n")[1].split("```")[0].splitlines()
+        sent = [line[2:] for line in session if line.startswith("> ")]
+        expected = [line[2:] for line in session if line.startswith("< ")]
+        run = subprocess.run([PROGRAM, "automate"], input="\n".join(sent).encode(),
+                             capture_output=True, check=True)
+        self.assertEqual(run.stdout.decode().splitlines(), expected)
 
 
 if __name__ == "__main__":

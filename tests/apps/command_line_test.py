@@ -117,6 +117,8 @@ class Failures(Case):
             said = self.refused(1, "convert", "shop.uml", output, "--to", "svg")
             self.assertIn(output, said)
         self.refused(1, "convert", "none.uml", "kept.svg")
+        self.done("convert", "shop.uml", "shop.dim")
+        self.refused(1, "info", "shop.uml", "shop.dim")
         self.assertEqual((self.path / "kept.svg").read_text(), "old")
         if os.path.exists("/dev/full"):
             self.refused(1, "convert", "shop.uml", "/dev/full", "--to", "svg")
@@ -161,6 +163,24 @@ class Convert(Case):
     @unittest.skipIf(WITH_QT, "this build has Qt")
     def test_pictures_need_qt(self):
         self.assertIn("Qt", self.refused(1, "convert", "shop.uml", "shop.png"))
+
+
+    def test_endings_in_any_case_and_the_same_file_twice(self):
+        self.write("SHOP.UML", SHOP)
+        self.done("convert", "SHOP.UML", "SHOP.DIM")
+        before = (self.path / "SHOP.DIM").read_bytes()
+        self.done("convert", "SHOP.DIM", "SHOP.DIM")
+        self.assertEqual((self.path / "SHOP.DIM").read_bytes(), before)
+        self.done("convert", "SHOP.DIM", "SHOP.Svg")
+        self.assertTrue((self.path / "SHOP.Svg").read_bytes().startswith(b"<"))
+
+    def test_what_is_left_out_is_counted_in_one_line(self):
+        self.write("part.uml", SHOP.replace('general="c1"', 'general="gone"'))
+        run = self.run_program("convert", "part.uml", "-", "--to", "dim")
+        self.assertEqual(run.returncode, 0)
+        self.assertRegex(run.stderr.decode(), r"\Abrisel: 1 [^\n]+; brisel info lists them\n\Z")
+        listed = json.loads(self.done("info", "part.uml", "--json"))
+        self.assertEqual(len(listed["skipped"]) + len(listed["stubs"]), 1)
 
 
 class Info(Case):
