@@ -48,7 +48,7 @@ bool takeInput(automation::LineBuffer& lines) {
 
 int runAutomationWindow() {
   std::signal(SIGPIPE, SIG_IGN);
-  qt::Application application(BRISEL_VERSION, installationFolder());
+  const auto application = startWindows();
   QApplication::setQuitOnLastWindowClosed(false);
   Program program;
   showComponents(program.registry());

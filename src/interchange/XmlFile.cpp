@@ -73,8 +73,11 @@ XmlFile::XmlFile(std::string path, std::string bytes)
 
 std::string XmlFile::bytesOf(const std::string& path) {
   std::error_code error;
-  if (!std::filesystem::is_regular_file(path, error)) {
+  if (!std::filesystem::exists(path, error)) {
     throw Error(ErrorNumber::fileNotFound, path + ": there is no such file");
+  }
+  if (std::filesystem::is_directory(path, error)) {
+    throw Error(ErrorNumber::fileAccess, path + ": this is a folder");
   }
   std::ifstream stream(path, std::ios::binary);
   std::string bytes{std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};

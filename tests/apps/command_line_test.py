@@ -39,6 +39,8 @@ GRAPH = {
 
 
 class Case(unittest.TestCase):
+    display = None
+
     def setUp(self):
         self.folder = tempfile.TemporaryDirectory()
         self.addCleanup(self.folder.cleanup)
@@ -51,6 +53,8 @@ class Case(unittest.TestCase):
 
     def run_program(self, *arguments, stdin=b""):
         environment = {"PATH": os.environ.get("PATH", ""), "HOME": self.folder.name}
+        if self.display:
+            environment["DISPLAY"] = self.display
         environment.update((name, value) for name, value in os.environ.items() if "SAN" in name)
         return subprocess.run([PROGRAM, *map(str, arguments)], cwd=self.folder.name,
                               input=stdin, capture_output=True, env=environment, check=False)
@@ -105,8 +109,9 @@ class Failures(Case):
         self.write("deep.xmi", b"<a>" * 100000)
         self.write("page.ecore", "<html/>")
         (self.path / "folder.dim").mkdir()
+        (self.path / "folder.uml").mkdir()
         for name in ("cut.dim", "latin.dim", "deep.dim", "empty.dim", "folder.dim", "none.dim",
-                     "cut.uml", "picture.uml", "deep.xmi", "page.ecore", "none.uml"):
+                     "folder.uml", "cut.uml", "picture.uml", "deep.xmi", "page.ecore", "none.uml"):
             for arguments in (["info", name], ["convert", name, "out.svg"],
                               ["layout", name, "-o", "out.json"]):
                 self.assertIn(name, self.refused(1, *arguments))
@@ -122,6 +127,13 @@ class Failures(Case):
         self.assertEqual((self.path / "kept.svg").read_text(), "old")
         if os.path.exists("/dev/full"):
             self.refused(1, "convert", "shop.uml", "/dev/full", "--to", "svg")
+
+    @unittest.skipUnless(WITH_QT, "this build has no Qt")
+    def test_a_window_without_a_display(self):
+        for arguments in ([], ["shop.uml"], ["automate", "--window"]):
+            self.assertIn("display", self.refused(1, *arguments))
+        self.display = ":987654"
+        self.assertRegex(self.refused(1), "platform plugin|display")
 
     def test_graphs_with_something_missing(self):
         edge = '{"id":"e","src":"n","dst":"%s","kind":"association"}'
