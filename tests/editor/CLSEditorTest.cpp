@@ -220,5 +220,18 @@ TEST(CLSEditor, savesUnderOneNameAndReopens) {
   EXPECT_TRUE(other.messages.empty());
 }
 
+TEST(CLSEditor, viewSettingsFindTheirPlaceInAModelThatWasNeverDrawn) {
+  EditorBench bench;
+  bench.addClass("A");
+  EXPECT_EQ(bench.count("Layout"), 0);
+  bench.click("ViewAttributes");
+  EXPECT_EQ(bench.count("Layout"), 1);
+  bench.store->MetaNodes("Layout")->extension()->Clear();
+  bench.editor->RepositoryFileName(testing::TempDir() + "brisel_never_drawn.dim");
+  bench.editor->SaveDiagram();
+  EXPECT_EQ(bench.count("Layout"), 1);
+  EXPECT_TRUE(bench.messages.empty());
+}
+
 }  // namespace
 }  // namespace brisel::editor
