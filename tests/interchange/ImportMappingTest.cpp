@@ -30,26 +30,13 @@ std::string textOf(const platform::Value& value) {
 std::string lineOf(const MetaRepository& repository, Node& node) {
   const std::string type = node.Parent()->name();
   std::string line = type + " " + node.name();
-  for (const char* key : {"category",
-                          "scope",
-                          "abstract",
-                          "final",
-                          "static_",
-                          "transient",
-                          "volatile",
-                          "IsDerived",
-                          "isComposite",
-                          "Multiplicity",
-                          "direction",
-                          "value",
-                          "SourceRoleName",
-                          "SourceMultiplicity",
-                          "SourceNavigable",
-                          "TargetRolename",
-                          "TargetMultiplicity",
-                          "TargetNavigable",
-                          "Description",
-                          "TaggedValues"}) {
+  for (const char* key : {"category",        "TypeCategory",   "scope",
+                          "abstract",        "final",          "static_",
+                          "transient",       "volatile",       "IsDerived",
+                          "isComposite",     "Multiplicity",   "direction",
+                          "value",           "SourceRoleName", "SourceMultiplicity",
+                          "SourceNavigable", "TargetRolename", "TargetMultiplicity",
+                          "TargetNavigable", "Description",    "TaggedValues"}) {
     const std::string value = textOf(node.GetProperty(key));
     if (!value.empty()) line.append(" ").append(key).append("=").append(value);
   }
