@@ -1,7 +1,8 @@
 #include "interchange/ModelBuilder.h"
-#include "repository/ViewDefaults.h"
 
 #include <array>
+
+#include "repository/ViewDefaults.h"
 
 namespace brisel::interchange {
 
@@ -110,6 +111,13 @@ void ModelBuilder::makeDataType(const DescribedClassifier& classifier) {
   if (!m_plainTypes.insert(classifier.name).second) {
     m_description.skip("dataType", classifier.id, classifier.place,
                        "a data type named \"" + classifier.name + "\" was made before");
+    if (!classifier.documentation.empty()) {
+      m_description.skip("comment", classifier.id, classifier.place,
+                         "it documents the data type \"" + classifier.name + "\", made before");
+    }
+    for (const StereotypeUse& use : classifier.stereotypes) {
+      m_description.skip(use, "the data type \"" + classifier.name + "\", made before");
+    }
     return;
   }
   const NodeRef node =
@@ -210,7 +218,6 @@ void ModelBuilder::setEnds(Node& node, const DescribedRelationship& relationship
   node.SetProperty("IsDerived", relationship.isDerived);
 }
 
-/// Everything at once for whoever opens the model: parameters are turned on by the first layout.
 std::string ModelBuilder::freshOrOwn(const Described& described, std::string_view kind) {
   if (!described.id.empty() && m_identifiers.insert(described.id).second) return described.id;
   if (!described.id.empty()) {
@@ -227,9 +234,8 @@ void ModelBuilder::finish(Node& node, const Described& described, std::string_vi
   if (name.empty() && !uses.empty()) name = uses.front().name;
   if (!name.empty()) setStereotype(node, name);
   for (std::size_t i = ownStereotype.empty() ? 1 : 0; i < uses.size(); ++i) {
-    m_description.note(
-        std::string(kind), described.id, described.place,
-        "the stereotype \"" + uses[i].name + "\" beside \"" + name + "\" is not kept");
+    m_description.skip(uses[i], "the " + std::string(kind) + " \"" + described.name +
+                                    "\", which has \"" + name + "\"");
   }
   setIfStated(node, "TaggedValues", taggedValues(uses));
 }

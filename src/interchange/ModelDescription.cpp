@@ -56,6 +56,10 @@ void ModelDescription::skip(std::string kind, std::string id, const std::string&
   report.skipped.push_back({std::move(kind), std::move(id), told(place, cause)});
 }
 
+void ModelDescription::skip(const StereotypeUse& use, std::string_view element) {
+  skip("stereotype", use.id, use.place, ("\"" + use.name + "\" is applied to ").append(element));
+}
+
 void ModelDescription::note(std::string kind, std::string id, const std::string& place,
                             std::string_view text) {
   report.notes.push_back({std::move(kind), std::move(id), told(place, text)});
@@ -66,6 +70,12 @@ std::string multiplicityText(std::string_view lower, std::string_view upper) {
   if (isUnlimited(upper)) return lower == "0" ? "*" : std::string(lower).append("..*");
   if (lower == upper) return std::string(upper);
   return std::string(lower).append("..").append(upper);
+}
+
+std::string withArticle(std::string_view word) {
+  constexpr std::string_view kVowels = "aeioAEIO";
+  const bool isVowel = !word.empty() && kVowels.find(word.front()) != std::string_view::npos;
+  return std::string(isVowel ? "an " : "a ").append(word);
 }
 
 std::string nameOfReference(std::string_view reference) {

@@ -17,6 +17,8 @@ namespace brisel::interchange {
 
 /// A stereotype that is applied to an element, and the values that the application carries.
 struct StereotypeUse {
+  std::string id;
+  std::string place;
   std::string name;
   std::vector<std::pair<std::string, std::string>> tags;
 };
@@ -112,6 +114,8 @@ struct ModelDescription {
   std::size_t stub(const std::string& id, const std::string& name);
 
   void skip(std::string kind, std::string id, const std::string& place, std::string_view cause);
+  /// Tells of a stereotype that its element, "the parameter \"x\"", has no place for.
+  void skip(const StereotypeUse& use, std::string_view element);
   void note(std::string kind, std::string id, const std::string& place, std::string_view text);
 
  private:
@@ -126,6 +130,9 @@ inline constexpr std::string_view kVoid = "void";
 /// The multiplicity as UML writes it: "1", "0..1", "*", "1..*". Bounds are as a file states them;
 /// "-1", "-2" and "*" mean no limit.
 [[nodiscard]] std::string multiplicityText(std::string_view lower, std::string_view upper);
+
+/// "a class", "an attribute".
+[[nodiscard]] std::string withArticle(std::string_view word);
 
 /// What a person can call an element of another file: the last name of a reference such as
 /// "library.uml#String" or "other.ecore#//sub/Shape"; a file name and the identifier where the

@@ -113,8 +113,7 @@ void XmiReader::readResult(std::size_t element, DescribedOperation& operation) {
       operation.documentation.append(result.documentation);
     }
     for (const StereotypeUse& use : result.stereotypes) {
-      m_description.note("parameter", result.id, result.place,
-                         "the stereotype \"" + use.name + "\" of the result is not kept");
+      m_description.skip(use, "the result of the operation \"" + operation.name + "\"");
     }
   }
   if (hasResult) return;

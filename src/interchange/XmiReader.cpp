@@ -1,7 +1,8 @@
 #include "interchange/XmiReader.h"
 
 #include <algorithm>
-#include <cctype>
+
+#include "platform/Text.h"
 
 namespace brisel::interchange {
 
@@ -34,14 +35,14 @@ std::string cleaned(std::string_view text) {
 
 std::string lowerFirst(std::string_view word) {
   std::string result(word);
-  if (!result.empty()) {
-    result[0] = static_cast<char>(std::tolower(static_cast<unsigned char>(result[0])));
-  }
+  if (!result.empty()) result[0] = platform::lowerCase(result[0]);
   return result;
 }
 
 StereotypeUse useOf(const XmiSideNote& application) {
   StereotypeUse use;
+  use.id = application.file->xmiAttribute(application.node, "id");
+  use.place = application.file->place(application.node);
   use.name = splitName(application.node.name()).local;
   for (const pugi::xml_attribute attribute : application.node.attributes()) {
     const std::string_view name = attribute.name();
@@ -120,16 +121,13 @@ void XmiReader::addComment(const XmiReference& target, std::size_t fallback, Com
 
 void XmiReader::collectApplications() {
   for (const XmiSideNote& application : m_index.applications()) {
-    const std::string id(application.file->xmiAttribute(application.node, "id"));
-    const std::string place = application.file->place(application.node);
+    const StereotypeUse use = useOf(application);
     const std::size_t target = m_index.find(application.target);
     if (target == XmiIndex::kNone) {
-      m_description.skip(
-          "stereotype", id, place,
-          "it is applied to \"" + application.target.text + "\", which is in none of the files");
+      m_description.skip(use, "\"" + application.target.text + "\", which is in none of the files");
       continue;
     }
-    m_applications[target].push_back({useOf(application), id, place, false});
+    m_applications[target].push_back({use, false});
   }
 }
 
@@ -230,9 +228,10 @@ void XmiReader::tellElement(std::size_t element) {
   // kind that the model does have.
   if (!isRow && told.parent != XmiIndex::kNone && owner.metaclass == Metaclass::other) return;
   if (owner.metaclass == Metaclass::association && told.metaclass == Metaclass::property) return;
-  std::string cause = "a " + lowerFirst(told.metaclassName) + " has no place in a class diagram";
+  std::string cause =
+      withArticle(lowerFirst(told.metaclassName)) + " has no place in a class diagram";
   if (isRow) {
-    cause = "it belongs to a " + lowerFirst(owner.metaclassName) + ", which is not read";
+    cause = "it belongs to " + withArticle(lowerFirst(owner.metaclassName)) + ", which is not read";
     if (told.metaclass == Metaclass::property && isClassifier(owner.metaclass)) {
       cause = "its association is in none of the files";
     }
@@ -244,8 +243,9 @@ void XmiReader::tellElement(std::size_t element) {
 
 void XmiReader::tellAttachments() {
   for (std::size_t at = 0; at < m_index.size(); ++at) {
-    const std::string owner =
-        at == XmiIndex::kNone ? "an unknown element" : "a " + lowerFirst(m_index[at].metaclassName);
+    const std::string owner = at == XmiIndex::kNone
+                                  ? "an unknown element"
+                                  : withArticle(lowerFirst(m_index[at].metaclassName));
     if (const auto comments = m_comments.find(at); comments != m_comments.end()) {
       for (const Comment& comment : comments->second) {
         if (comment.isTold) continue;
@@ -255,8 +255,7 @@ void XmiReader::tellAttachments() {
     if (const auto uses = m_applications.find(at); uses != m_applications.end()) {
       for (const Application& application : uses->second) {
         if (application.isTold) continue;
-        m_description.skip("stereotype", application.id, application.place,
-                           "\"" + application.use.name + "\" is applied to " + owner);
+        m_description.skip(application.use, owner);
       }
     }
   }

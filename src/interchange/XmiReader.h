@@ -30,8 +30,6 @@ class XmiReader {
   };
   struct Application {
     StereotypeUse use;
-    std::string id;
-    std::string place;
     bool isTold = false;
   };
   /// An end of an association: the property, or nothing of it but the reference that names it.

@@ -169,7 +169,7 @@ void XmiReader::describeEnd(const End& end, DescribedEnd& described,
     m_description.note("associationEnd", id, m_index.place(end.property), text);
   };
   for (const StereotypeUse& use : stereotypesOf(end.property)) {
-    tell("the stereotype \"" + use.name + "\" of an end is not kept");
+    m_description.skip(use, "an end of the association \"" + relationship.name + "\"");
   }
   if (const std::string value = valueOf(end.property, "defaultValue"); !value.empty()) {
     tell("the initial value \"" + value + "\" of an end is not kept");
@@ -287,19 +287,22 @@ XmiReader::Found XmiReader::classOf(const XmiReference& reference) const {
   }
   if (!mayBeClass(reference.metaclass)) {
     return {
-        0, {}, {}, "its end \"" + reference.text + "\" is a " + reference.metaclass + ", no class"};
+        0,
+        {},
+        {},
+        "its end \"" + reference.text + "\" is " + withArticle(reference.metaclass) + ", no class"};
   }
   return {0, reference.text, nameOfReference(reference.text), {}};
 }
 
 XmiReader::Found XmiReader::classOf(std::size_t element) const {
   const auto classifier = m_classifiers.find(element);
-  const std::string name = "its end \"" + m_index.value(element, "name") + "\" is a ";
+  const std::string name = "its end \"" + m_index.value(element, "name") + "\" is ";
   if (classifier == m_classifiers.end()) {
-    return {0, {}, {}, name + std::string(m_index[element].metaclassName) + ", no class"};
+    return {0, {}, {}, name + withArticle(m_index[element].metaclassName) + ", no class"};
   }
   if (m_description.classifiers[classifier->second].kind == ClassifierKind::plainType) {
-    return {0, {}, {}, name + "data type without members, no class"};
+    return {0, {}, {}, name + "a data type without members, no class"};
   }
   return {classifier->second, {}, {}, {}};
 }

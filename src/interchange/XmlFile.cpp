@@ -1,13 +1,13 @@
 #include "interchange/XmlFile.h"
 
 #include <algorithm>
-#include <cctype>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 
 #include "interchange/TextEncoding.h"
 #include "platform/Error.h"
+#include "platform/Text.h"
 
 namespace brisel::interchange {
 
@@ -17,7 +17,7 @@ using platform::Error;
 using platform::ErrorNumber;
 
 bool isUmlNamespace(std::string uri) {
-  for (char& c : uri) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+  for (char& c : uri) c = platform::lowerCase(c);
   while (uri.ends_with('/')) uri.pop_back();
   if (uri.ends_with("/uml")) return true;
   constexpr std::string_view kSpecification = "/spec/uml/";
@@ -43,8 +43,7 @@ std::string causeOf(const pugi::xml_parse_result& result, bool isAtEnd) {
       return "the file is too large for the memory";
     default: {
       std::string text = result.description();
-      if (!text.empty())
-        text[0] = static_cast<char>(std::tolower(static_cast<unsigned char>(text[0])));
+      if (!text.empty()) text[0] = platform::lowerCase(text[0]);
       return "no well-formed XML: " + text;
     }
   }
@@ -66,7 +65,7 @@ XmlFile::XmlFile(std::string path, std::string bytes)
     if (m_text[i] == '\n') m_lineEnds.push_back(i);
   }
   parse();
-  checkDepth();
+  checkTree();
   readPrefixes();
   recognise();
 }
@@ -100,13 +99,24 @@ void XmlFile::parse() {
   fail(lineOf(offset), causeOf(result, isAtEnd));
 }
 
-void XmlFile::checkDepth() const {
+/// References such as "&#xD800;" put into the text what no character is.
+void XmlFile::checkText(pugi::xml_node node) const {
+  const auto check = [&](std::string_view text) {
+    if (firstBrokenByte(text) == text.size()) return;
+    fail(lineOf(node), "a character reference names no character");
+  };
+  check(node.value());
+  for (const pugi::xml_attribute attribute : node.attributes()) check(attribute.value());
+}
+
+void XmlFile::checkTree() const {
   int depth = 0;
   pugi::xml_node node = root();
   while (node) {
     if (depth > kMaxDepth) {
       fail(lineOf(node), "elements are nested deeper than " + std::to_string(kMaxDepth));
     }
+    checkText(node);
     if (node.first_child()) {
       node = node.first_child();
       ++depth;

@@ -48,7 +48,8 @@ class XmlFile {
 
  private:
   void parse();
-  void checkDepth() const;
+  void checkTree() const;
+  void checkText(pugi::xml_node node) const;
   void readPrefixes();
   void recognise();
   [[noreturn]] void fail(std::size_t line, const std::string& cause) const;
