@@ -174,7 +174,7 @@ const Link::Geometry& Link::geometry() const {
       isLoop() && m_bends.empty() ? loop(source, m_rank) : route(source, target, m_bends, m_rank);
   const Font& font = fontOf(scene());
   const std::size_t last = g.points.size() - 1;
-  g.label = canvas::labelArea(g.points, textSize(m_text, font));
+  g.label = canvas::labelArea(g.points, textSize(m_text, font), m_labelRank);
   g.beginText = canvas::endTextArea(source, g.points[0], g.points[1], textSize(m_beginText, font));
   g.endText =
       canvas::endTextArea(target, g.points[last], g.points[last - 1], textSize(m_endText, font));

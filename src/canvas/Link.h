@@ -56,8 +56,8 @@ class Link : public platform::DiagramLink, public Item {
   // What painting and hit testing read, all in twips on the canvas.
   /// Every point in order, at least two; a loop without bends of its own has them computed.
   [[nodiscard]] const std::vector<platform::Point>& points() const;
-  /// Empty without a label. Lies on the middle of the line: painted on a ground of the canvas's
-  /// colour. Lines of text are centred in it.
+  /// Empty without a label. Lies on the line, on its middle when it is alone: painted on a ground
+  /// of the canvas's colour. Lines of text are centred in it.
   [[nodiscard]] platform::Rect labelArea() const;
   /// Beside the end, clear of the line and of the box; empty without a text. Lines of text stand
   /// flush with the left side.
@@ -96,7 +96,8 @@ class Link : public platform::DiagramLink, public Item {
   int m_beginArrow = 0;
   int m_endArrow = 0;
   bool m_dashed = false;
-  Rank m_rank;
+  Rank m_rank;       ///< among the straight links of its two boxes
+  Rank m_labelRank;  ///< among all links of them
   mutable bool m_stale = true;
   mutable Geometry m_geometry;
 };

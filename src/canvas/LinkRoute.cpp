@@ -113,10 +113,12 @@ Size textSize(std::string_view text, const Font& font) {
           std::min(kReach, static_cast<double>(lines.size()) * font.lineHeight())};
 }
 
-Point middleOf(const std::vector<Point>& points) {
+Point middleOf(const std::vector<Point>& points) { return placeOn(points, 0.5); }
+
+Point placeOn(const std::vector<Point>& points, double share) {
   double length = 0;
   for (std::size_t i = 1; i < points.size(); ++i) length += lengthOf(points[i] - points[i - 1]);
-  double left = length / 2;
+  double left = length * share;
   for (std::size_t i = 1; i < points.size(); ++i) {
     const Point way = points[i] - points[i - 1];
     const double piece = lengthOf(way);
@@ -126,23 +128,29 @@ Point middleOf(const std::vector<Point>& points) {
   return points.front();
 }
 
-Rect labelArea(const std::vector<Point>& points, Size size) {
+Rect labelArea(const std::vector<Point>& points, Size size, Rank rank) {
   if (size == Size{}) return {};
-  const Point middle = middleOf(points);
+  const double share = static_cast<double>(rank.index + 1) / static_cast<double>(rank.count + 1);
+  const Point middle = placeOn(points, rank.reversed ? 1 - share : share);
   return {middle.x - size.width / 2, middle.y - size.height / 2, size.width, size.height};
 }
 
 Rect endTextArea(const Rect& box, Point end, Point next, Size size) {
   if (size == Size{}) return {};
+  // Beside a line that leaves straight, the text stands towards the nearer corner of the box: out
+  // of the way of the next line's.
+  const Point middle = box.center();
   const bool onRight = end.x >= box.right();
   const bool onLeft = end.x <= box.left;
   if (onLeft || onRight) {
     const double left = onRight ? end.x + kTextGap : end.x - kTextGap - size.width;
-    const double top = next.y < end.y ? end.y + kTextLineGap : end.y - kTextLineGap - size.height;
+    const bool below = next.y < end.y || (next.y == end.y && end.y > middle.y);
+    const double top = below ? end.y + kTextLineGap : end.y - kTextLineGap - size.height;
     return {left, top, size.width, size.height};
   }
   const double top = end.y <= box.top ? end.y - kTextGap - size.height : end.y + kTextGap;
-  const double left = next.x > end.x ? end.x - kTextLineGap - size.width : end.x + kTextLineGap;
+  const bool before = next.x > end.x || (next.x == end.x && end.x < middle.x);
+  const double left = before ? end.x - kTextLineGap - size.width : end.x + kTextLineGap;
   return {left, top, size.width, size.height};
 }
 

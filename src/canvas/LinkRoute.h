@@ -37,9 +37,10 @@ struct Rank {
 
 /// The room that text needs; nothing for no text.
 [[nodiscard]] platform::Size textSize(std::string_view text, const Font& font);
-/// Centred on the middle of the line, by its length.
+/// Centred on the middle of the line, by its length. Labels of lines that join the same two boxes,
+/// ranked straight or not, follow each other on the way.
 [[nodiscard]] platform::Rect labelArea(const std::vector<platform::Point>& points,
-                                       platform::Size size);
+                                       platform::Size size, Rank rank);
 /// Beside the end `end` of a line that goes on to `next`, outside of its box and on the side that
 /// the line turns away from.
 [[nodiscard]] platform::Rect endTextArea(const platform::Rect& box, platform::Point end,
@@ -47,6 +48,8 @@ struct Rank {
 
 /// The point half way along a line of at least one point.
 [[nodiscard]] platform::Point middleOf(const std::vector<platform::Point>& points);
+/// The point at a share of its length, from 0 to 1.
+[[nodiscard]] platform::Point placeOn(const std::vector<platform::Point>& points, double share);
 /// How far a point is from the line between two others.
 [[nodiscard]] double distance(platform::Point point, platform::Point from, platform::Point to);
 

@@ -277,9 +277,14 @@ void Scene::pairChanged(const Link& changed) {
       static_cast<std::size_t>(std::count_if(links.begin(), links.end(), isStraight));
   const Update update(this);
   std::size_t index = 0;
+  std::size_t place = 0;
   for (Link* link : links) {
+    const bool reversed = &link->sourceNode() != found->first.a;
+    const Rank labelRank{place++, links.size(), reversed};
+    if (!link->itemText().empty() && labelRank != link->m_labelRank) link->geometryChanged();
+    link->m_labelRank = labelRank;
     if (!isStraight(link)) continue;
-    const Rank rank{index++, count, &link->sourceNode() != found->first.a};
+    const Rank rank{index++, count, reversed};
     if (rank == link->m_rank) continue;
     link->m_rank = rank;
     link->geometryChanged();

@@ -142,5 +142,25 @@ TEST_F(LinkTest, endTextsStandClearOfBoxAndLine) {
   }
 }
 
+TEST_F(LinkTest, textsOfNeighbouringLinesStandApart) {
+  a.bounds({0, 0, 3000, 900});
+  b.bounds({0, 5000, 3000, 900});
+  std::vector<Link*> links;
+  for (const double x : {1200.0, 1800.0}) {
+    Link& link = line("l" + std::to_string(links.size()), "a", "b", "is related to");
+    link.bends({{x, 1800}, {x, 4000}});
+    link.beginText("beginning 1");
+    link.endText("end 0..*");
+    links.push_back(&link);
+  }
+  EXPECT_FALSE(links[0]->labelArea().intersects(links[1]->labelArea()));
+  EXPECT_FALSE(links[0]->beginTextArea().intersects(links[1]->beginTextArea()));
+  EXPECT_FALSE(links[0]->endTextArea().intersects(links[1]->endTextArea()));
+  links[1]->reattachSource(b);
+  links[1]->reattachTarget(a);
+  links[1]->bends({{1800, 4000}, {1800, 1800}});
+  EXPECT_FALSE(links[0]->labelArea().intersects(links[1]->labelArea())) << "whatever their way";
+}
+
 }  // namespace
 }  // namespace brisel::canvas
