@@ -101,11 +101,21 @@ struct PropertyBag::Record {
   std::uint8_t kind = kFalse;
 
   [[nodiscard]] char* end() const { return payload + payloadSize(kind); }
+  [[nodiscard]] bool holds(const Value& value) const;
   void free() const {
     if (kind == kObject) platform::release(read<Object*>(payload));
     if (kind == kLongText) delete read<std::string*>(payload);
   }
 };
+
+bool PropertyBag::Record::holds(const Value& value) const {
+  if (value.isEmpty()) return false;
+  const Payload other(value);
+  if (other.kind != kind) return false;
+  if (kind == kLongText) return *read<const std::string*>(payload) == value.string();
+  if (kind == kDouble) return read<double>(payload) == value.number();
+  return std::memcmp(payload, other.bytes, payloadSize(kind)) == 0;
+}
 
 PropertyBag::~PropertyBag() {
   if (!m_block) return;
@@ -170,22 +180,12 @@ Value PropertyBag::get(std::uint16_t key) const {
   }
 }
 
-bool PropertyBag::equals(std::uint16_t key, const Value& value) const {
-  Record record;
-  if (!find(key, record)) return value.isEmpty();
-  if (value.isEmpty()) return false;
-  const Payload payload(value);
-  if (payload.kind != record.kind) return false;
-  if (record.kind == kLongText) return *read<const std::string*>(record.payload) == value.string();
-  if (record.kind == kDouble) return read<double>(record.payload) == value.number();
-  return std::memcmp(record.payload, payload.bytes, payloadSize(record.kind)) == 0;
-}
-
 bool PropertyBag::set(std::uint16_t key, const Value& value) {
-  if (equals(key, value)) return false;
-  const Ref<Object> object = value.isObject() ? value.object() : nullptr;
   Record old;
-  if (find(key, old)) erase(old);
+  const bool isKnown = find(key, old);
+  if (isKnown ? old.holds(value) : value.isEmpty()) return false;
+  const Ref<Object> object = value.isObject() ? value.object() : nullptr;
+  if (isKnown) erase(old);
   if (value.isEmpty()) return true;
 
   Payload payload(value);

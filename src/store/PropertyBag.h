@@ -20,7 +20,6 @@ class PropertyBag {
   [[nodiscard]] platform::Value get(std::uint16_t key) const;
   /// False when the key had that value already. An empty value takes the key away.
   bool set(std::uint16_t key, const platform::Value& value);
-  [[nodiscard]] bool equals(std::uint16_t key, const platform::Value& value) const;
 
  private:
   struct Record;

@@ -45,6 +45,7 @@ class Walk {
   }
 
   void step() {
+    readByPosition();
     const std::size_t chance = below(100);
     if (chance < 28) return makeNode(kTypes[below(kNodeTypes)]);
     if (chance < 54) return makeLink(kTypes[kNodeTypes + below(kTypes.size() - kNodeTypes)]);
@@ -198,15 +199,28 @@ class Walk {
     prune();
   }
 
+  [[nodiscard]] Ref<platform::Collection> extensionOf(const std::string& type) const {
+    const bool isOfLinks = type.find('.') != std::string::npos;
+    return (isOfLinks ? m_meta->MetaLinks(type) : m_meta->MetaNodes(type))->extension();
+  }
+
   void clearType() {
     const std::string& type = kTypes[below(kTypes.size())];
-    const bool ofLinks = type.find('.') != std::string::npos;
-    const auto extension =
-        (ofLinks ? m_meta->MetaLinks(type) : m_meta->MetaNodes(type))->extension();
+    const auto extension = extensionOf(type);
     const auto going = extension->copy();
     extension->Clear();
     for (const Element& element : platform::each<Element>(going)) m_expected.remove(element);
     prune();
+  }
+
+  /// Anywhere, since reading by position remembers where it was.
+  void readByPosition() {
+    const std::string& type = kTypes[below(kTypes.size())];
+    const auto extension = extensionOf(type);
+    if (extension->Count() == 0) return;
+    const auto position =
+        static_cast<std::int64_t>(1 + below(static_cast<std::size_t>(extension->Count())));
+    EXPECT_EQ(extension->Item(position), extension->copy()->Item(position));
   }
 
   Ref<Element> anyElement() {
