@@ -1,3 +1,5 @@
+#include <algorithm>
+#include <list>
 #include <random>
 #include <stdexcept>
 #include <string>
