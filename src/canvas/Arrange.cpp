@@ -57,8 +57,19 @@ struct Model {
   layout::Graph graph;
 };
 
-layout::Drawing draw(const layout::Graph& graph, std::string_view code, std::uint64_t seed) {
-  const layout::Spacing spacing;
+/// More room between rows where lines carry texts.
+layout::Spacing spacingFor(const std::vector<Ref<Link>>& links) {
+  constexpr double kLayerGapWithTexts = 1500;
+  layout::Spacing spacing;
+  const auto hasText = [](const Ref<Link>& link) {
+    return !(link->text().empty() && link->beginText().empty() && link->endText().empty());
+  };
+  if (std::any_of(links.begin(), links.end(), hasText)) spacing.layer = kLayerGapWithTexts;
+  return spacing;
+}
+
+layout::Drawing draw(const layout::Graph& graph, const layout::Spacing& spacing,
+                     std::string_view code, std::uint64_t seed) {
   if (code == "%HIERARCHY%") return layout::layered(graph, spacing);
   if (code == "MATRIX") return layout::matrix(graph, spacing);
   if (code == "RANDOM") return layout::random(graph, spacing, seed);
@@ -115,7 +126,7 @@ bool moveTo(Node& node, Point corner) {
 
 std::vector<std::string> arrange(Scene& scene, std::string_view code, std::uint64_t seed) {
   const Model model(scene);
-  const layout::Drawing drawing = draw(model.graph, code, seed);
+  const layout::Drawing drawing = draw(model.graph, spacingFor(model.links), code, seed);
   const Point shift = shiftOf(drawing);
   const Scene::Update update(&scene);
   std::vector<std::string> moved;
