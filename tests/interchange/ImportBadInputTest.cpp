@@ -32,7 +32,7 @@ std::string fileBytes(const std::string& name) {
   return {std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
 }
 
-struct BadFile {
+struct BadModel {
   std::string what;
   std::string bytes;
   std::string message;  ///< how it begins
@@ -42,7 +42,7 @@ TEST(ImportBadInputTest, OneLineWithFileLineAndCause) {
   const std::string shop = fileBytes("shop.uml");
   const std::string deep = inModel(repeated("<nestedPackage name='p'>", 100'000) +
                                    repeated("</nestedPackage>", 100'000));
-  const std::vector<BadFile> files = {
+  const std::vector<BadModel> files = {
       {"nothing", "", "x.uml:1: the file is empty"},
       {"blanks", " \n\n", "x.uml:1: the file is empty"},
       {"cut off", shop.substr(0, shop.find("<ownedLiteral")), "x.uml:49: the file ends inside"},
@@ -70,7 +70,7 @@ TEST(ImportBadInputTest, OneLineWithFileLineAndCause) {
       {"nested 100,000 deep", deep, "x.uml:3: elements are nested deeper"},
       {"nested and never closed", inModel(repeated("<a>", 100'000)), "x.uml:"},
   };
-  for (const BadFile& file : files) {
+  for (const BadModel& file : files) {
     SCOPED_TRACE(file.what);
     test::Model bench;
     try {
