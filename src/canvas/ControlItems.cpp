@@ -120,6 +120,8 @@ void DiagramControl::take(const std::vector<Ref<Node>>& nodes,
   }
   for (const auto& link : going) LinkDeleted(link->key());
   for (const auto& node : nodes) NodeDeleted(node->key());
+  for (const auto& link : going) link->dropStored();
+  for (const auto& node : nodes) node->dropStored();
 }
 
 bool DiagramControl::deleteNode(const Value& keyOrNode) {

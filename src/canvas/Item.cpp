@@ -1,6 +1,7 @@
 #include "canvas/Item.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace brisel::canvas {
 
@@ -12,6 +13,8 @@ Ref<Object> Item::stored(std::string_view name) const {
                                   [&](const auto& entry) { return entry.first == name; });
   return found == m_objects.end() ? nullptr : found->second;
 }
+
+void Item::dropStored() { const auto dropped = std::exchange(m_objects, {}); }
 
 void Item::store(std::string_view name, Object* object) {
   const auto found = std::find_if(m_objects.begin(), m_objects.end(),

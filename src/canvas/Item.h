@@ -41,6 +41,9 @@ class Item {
 
   [[nodiscard]] platform::Ref<platform::Object> stored(std::string_view name) const;
   void store(std::string_view name, platform::Object* object);
+  /// Lets go of all stored objects. The canvas does so when it loses the item: what is stored on an
+  /// item mostly holds that item, and neither would ever end.
+  void dropStored();
 
  protected:
   std::string m_key;

@@ -25,8 +25,14 @@ void sortByOrder(std::vector<const T*>& items) {
 Scene::Scene() = default;
 
 Scene::~Scene() {
-  for (Node& node : m_nodes) node.m_scene = nullptr;
-  for (Link& link : m_links) link.m_scene = nullptr;
+  for (Node& node : m_nodes) {
+    node.m_scene = nullptr;
+    node.dropStored();
+  }
+  for (Link& link : m_links) {
+    link.m_scene = nullptr;
+    link.dropStored();
+  }
 }
 
 void Scene::collect(const Rect& area, std::vector<Item*>& found) const {
@@ -144,10 +150,14 @@ void Scene::clear() {
   m_nodeByKey.clear();
   m_linkByKey.clear();
   m_pairs.clear();
-  for (const auto& link : links) link->m_scene = nullptr;
+  for (const auto& link : links) {
+    link->m_scene = nullptr;
+    link->dropStored();
+  }
   for (const auto& node : nodes) {
     node->m_scene = nullptr;
     node->m_attached.clear();
+    node->dropStored();
   }
   damageAll();
 }

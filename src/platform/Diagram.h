@@ -43,7 +43,8 @@ class DiagramItem : public Object {
   virtual void text(std::string_view text) = 0;
   [[nodiscard]] virtual bool selected() const = 0;
   virtual void selected(bool selected) = 0;
-  /// The object stored on the item under a name ("__Class"), or nothing.
+  /// The object stored on the item under a name ("__Class"), or nothing; nothing any more once the
+  /// item has left the canvas and its deletion was told.
   [[nodiscard]] virtual Ref<Object> getItem(std::string_view name) const = 0;
   virtual void setItem(std::string_view name, Object* object) = 0;
 };
