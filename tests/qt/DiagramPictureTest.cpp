@@ -1,3 +1,4 @@
+#include <QApplication>
 #include <QBuffer>
 #include <algorithm>
 #include <cstdlib>
@@ -8,7 +9,6 @@
 #include "qt/DiagramPicture.h"
 #include "qt/Render.h"
 #include "support/DiagramBuilder.h"
-#include "support/QtApplication.h"
 
 namespace brisel::qt {
 namespace {
@@ -52,8 +52,6 @@ int differences(const QImage& a, const QImage& b) {
 
 class DiagramPictureTest : public testing::TestWithParam<double> {
  protected:
-  DiagramPictureTest() { test::application(); }
-
   canvas::Viewport& view() { return diagram.control->viewport(); }
   void changeSomething(std::mt19937& random) {
     const auto pick = [&](int below) { return static_cast<int>(random() % unsigned(below)); };

@@ -1,3 +1,4 @@
+#include <QApplication>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QScrollBar>
@@ -8,7 +9,6 @@
 #include "qt/DiagramView.h"
 #include "qt/InputNames.h"
 #include "support/DiagramBuilder.h"
-#include "support/QtApplication.h"
 
 namespace brisel::qt {
 namespace {
@@ -19,7 +19,7 @@ using test::DiagramBuilder;
 
 class DiagramViewTest : public testing::Test {
  protected:
-  DiagramViewTest() : application(test::application()) {
+  DiagramViewTest() : application(*qApp) {
     a = &diagram.box("a", "Alpha", 3000, 3000, {"+x:int"}, {"+f()"});
     b = &diagram.box("b", "Beta", 9000, 6000, {"+y:int"});
     view = std::make_unique<DiagramView>(diagram.control);

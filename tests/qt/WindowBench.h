@@ -18,7 +18,6 @@
 #include "qt/MainWindow.h"
 #include "qt/MessageBar.h"
 #include "qt/QtShell.h"
-#include "support/QtApplication.h"
 
 namespace brisel::test {
 
@@ -78,7 +77,7 @@ struct WindowBench {
     return *window->editor().toolBar().action(key);
   }
 
-  QApplication& app = application();
+  QApplication& app = *qApp;
   QTemporaryDir folder;
   platform::Ref<AnsweringShell> shell = platform::make<AnsweringShell>();
   platform::ComponentRegistry registry;

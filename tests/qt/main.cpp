@@ -1,0 +1,10 @@
+#include <QApplication>
+
+#include <gtest/gtest.h>
+
+/// One application for all window tests; it ends before the static objects of Qt do.
+int main(int count, char** arguments) {
+  testing::InitGoogleTest(&count, arguments);
+  const QApplication application(count, arguments);
+  return RUN_ALL_TESTS();
+}
