@@ -1,5 +1,6 @@
 #include "qt/HelpWindow.h"
 
+#include <QKeyEvent>
 #include <QUrl>
 
 namespace brisel::qt {
@@ -18,6 +19,14 @@ void HelpWindow::showPage(const QString& page) {
   show();
   raise();
   activateWindow();
+}
+
+void HelpWindow::keyPressEvent(QKeyEvent* event) {
+  if (event->key() == Qt::Key_Escape) {
+    close();
+  } else {
+    QTextBrowser::keyPressEvent(event);
+  }
 }
 
 }  // namespace brisel::qt

@@ -12,6 +12,10 @@ class HelpWindow : public QTextBrowser {
   /// Shows a page by its file name and brings the window to the front.
   void showPage(const QString& page);
 
+ protected:
+  /// Escape closes the window.
+  void keyPressEvent(QKeyEvent* event) override;
+
  private:
   QString m_folder;
 };
