@@ -9,7 +9,7 @@ namespace brisel::qt {
 namespace {
 
 TEST(HelpWindow, closesOnEscape) {
-  HelpWindow window(BRISEL_BINARY_DIR "/share/brisel");
+  HelpWindow window(BRISEL_BINARY_DIR "/share/brisel/help");
   window.showPage("UML class diagram.html");
   EXPECT_FALSE(window.toPlainText().isEmpty());
   QKeyEvent escape(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
