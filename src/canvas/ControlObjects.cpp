@@ -9,6 +9,12 @@ namespace brisel::canvas {
 using platform::MemberTable;
 using platform::MemberTableOf;
 
+void DiagramSettings::CanDrawLink(bool can) {
+  if (can == m_canDrawLink) return;
+  m_canDrawLink = can;
+  if (m_control) m_control->ModeChanged();
+}
+
 void DiagramSettings::Layout(std::string_view code) {
   if (!m_control) {
     throw platform::Error(platform::ErrorNumber::objectMissing, "The diagram's control is gone");

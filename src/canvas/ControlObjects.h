@@ -19,7 +19,7 @@ class DiagramSettings : public platform::Object {
 
   /// Whether a link can be drawn by hand from box to box.
   [[nodiscard]] bool CanDrawLink() const { return m_canDrawLink; }
-  void CanDrawLink(bool can) { m_canDrawLink = can; }
+  void CanDrawLink(bool can);
   /// As the control's `Layout`; empty stands for "%HIERARCHY%". An Error when the layout fails, and
   /// (objectMissing) when the control is gone.
   void Layout(std::string_view code);

@@ -1,9 +1,6 @@
 #include "canvas/ControlPainter.h"
 
-#include <optional>
-
 #include "canvas/DiagramControl.h"
-#include "canvas/Palette.h"
 #include "canvas/ScenePainter.h"
 
 namespace brisel::canvas {
@@ -16,10 +13,7 @@ void paintControl(const DiagramControl& control, Painter& painter, const Rect& a
   scene.paintGround(area);
   if (control.ShowGrid()) scene.paintGrid(area);
   scene.paintItems(area);
-  if (const std::optional<Rect> band = control.rubberBand()) {
-    painter.fillRect(*band, palette::kRubberBand);
-    painter.drawFrame(*band, {.color = palette::kSelected, .width = 1 / scale});
-  }
+  control.paintGesture(painter, scale);
 }
 
 }  // namespace brisel::canvas

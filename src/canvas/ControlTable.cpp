@@ -53,12 +53,10 @@ void addSettings(MemberTableOf<C>& table) {
 }
 
 void addView(MemberTableOf<C>& table) {
-  table.method("getZoom", &C::getZoom)
-      .method("zoom", &C::zoom)
+  table.method("zoom", &C::zoom)
       .method("noZoom", &C::noZoom)
       .method("TransformExtent", &C::TransformExtent)
       .method("DrawCreateMode", &C::DrawCreateMode)
-      .property("Mode", &C::Mode)
       .method("CopyToClipboard", &C::CopyToClipboard)
       .method("PrintDiagram", &C::PrintDiagram)
       .optional(1)

@@ -180,16 +180,22 @@ void DiagramControl::SectionFont(std::string_view name, double size) {
 
 void DiagramControl::UUIDGenerator(Object* generator) { m_generator = generator; }
 
-void DiagramControl::setMode(PointerMode mode) {
+void DiagramControl::setMode(PointerMode mode, bool canDrawLink) {
   m_interaction->cancel();
+  const bool changed = mode != m_mode;
   m_mode = mode;
+  if (canDrawLink != m_settings->CanDrawLink()) {
+    m_settings->CanDrawLink(canDrawLink);  // tells
+  } else if (changed) {
+    ModeChanged();
+  }
 }
 
-void DiagramControl::SelectMode() { setMode(PointerMode::select); }
+void DiagramControl::SelectMode() { setMode(PointerMode::select, false); }
 
-void DiagramControl::ClickCreateMode() { setMode(PointerMode::clickCreate); }
+void DiagramControl::ClickCreateMode() { setMode(PointerMode::clickCreate, true); }
 
-void DiagramControl::DrawCreateMode() { setMode(PointerMode::drawCreate); }
+void DiagramControl::DrawCreateMode() { setMode(PointerMode::drawCreate, true); }
 
 std::string DiagramControl::Mode() const {
   switch (m_mode) {
@@ -249,8 +255,28 @@ Ref<platform::DiagramNode> DiagramControl::GetHitNode(const Value& point) {
     const Ref<Object> object = point.object();
     at = {object->get("x").number(), object->get("y").number()};
   }
-  const auto hit = hitTest(m_scene, m_viewport, at);
-  return hit ? hit->node : nullptr;
+  return nodeAt(at);
+}
+
+Ref<platform::DiagramNode> DiagramControl::nodeAt(Point point) {
+  std::vector<const Node*> nodes;
+  std::vector<const Link*> links;
+  m_scene.itemsIn({point.x, point.y, 0, 0}, nodes, links);
+  for (auto node = nodes.rbegin(); node != nodes.rend(); ++node) {
+    if ((*node)->bounds().contains(point)) return const_cast<Node*>(*node);
+  }
+  return {};
+}
+
+platform::Rect DiagramControl::toView(const platform::Rect& area) const {
+  const platform::Rect pixels = m_viewport.toPixels(area);
+  constexpr double kTwips = platform::kTwipsPerPixel;
+  return {pixels.left * kTwips, pixels.top * kTwips, pixels.width * kTwips, pixels.height * kTwips};
+}
+
+platform::Size DiagramControl::viewSize() const {
+  const platform::Size pixels = m_viewport.size();
+  return {pixels.width * platform::kTwipsPerPixel, pixels.height * platform::kTwipsPerPixel};
 }
 
 void DiagramControl::CopyToClipboard() {
@@ -326,8 +352,20 @@ std::string DiagramControl::Cursor() const { return std::string(nameOf(cursor())
 
 CursorShape DiagramControl::cursor() const { return m_interaction->cursor(); }
 
-std::optional<platform::Rect> DiagramControl::rubberBand() const {
-  return m_interaction->rubberBand();
+void DiagramControl::paintGesture(Painter& painter, double scale) const {
+  m_interaction->paint(painter, scale);
+}
+
+bool DiagramControl::canDrawLink() const { return m_settings->CanDrawLink(); }
+
+std::string DiagramControl::refusal(std::string_view link, const Node& source,
+                                    const Node& target) const {
+  return m_linkRule ? m_linkRule(link, source.itemKey(), target.itemKey()) : std::string();
+}
+
+bool DiagramControl::canDrop(const Node& node, std::string_view tag, const Node* target) const {
+  if (!m_dropRule) return true;
+  return m_dropRule(node.itemKey(), tag, target ? target->itemKey() : std::string_view());
 }
 
 }  // namespace brisel::canvas

@@ -3,7 +3,6 @@
 #include <cstdint>
 #include <map>
 #include <memory>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -24,6 +23,7 @@ class ComponentRegistry;
 namespace brisel::canvas {
 
 class Interaction;
+class Painter;
 
 /// The diagram control: a scene, the view onto it, what is selected, a tool bar of its own, and
 /// what a person's hand does with them. Knows no toolkit: a view paints it, feeds it pointer and
@@ -60,13 +60,12 @@ class DiagramControl : public platform::DiagramControl {
   void SectionFont(std::string_view name, double size) override;
   [[nodiscard]] platform::Ref<platform::Object> UUIDGenerator() const { return m_generator; }
   void UUIDGenerator(platform::Object* generator) override;
-  /// Ends a gesture under way. The pointer selects and moves in every mode so far; the mode that a
-  /// host asked for is kept.
+  /// Each of the three ends a gesture under way.
   void SelectMode() override;
   void ClickCreateMode() override;
+  /// A rectangle drawn on empty canvas becomes a node of that size. Switches "CanDrawLink" on.
   void DrawCreateMode();
-  /// "select", "clickCreate" or "drawCreate": what was asked for last.
-  [[nodiscard]] std::string Mode() const;
+  [[nodiscard]] std::string Mode() const override;
   /// Takes everything away. Raises no events of deleted items.
   void Clear() override;
   void refresh() override;
@@ -92,6 +91,7 @@ class DiagramControl : public platform::DiagramControl {
   [[nodiscard]] platform::Ref<platform::Collection> getAllLinks() override;
   [[nodiscard]] platform::Ref<platform::Collection> getSelectedNodes() override;
   [[nodiscard]] platform::Ref<platform::Collection> getSelectedLinks() override;
+  [[nodiscard]] platform::Ref<platform::DiagramNode> nodeAt(platform::Point point) override;
   /// Of a node or its key, in the order of creation; empty for what is not on the canvas.
   [[nodiscard]] platform::Ref<platform::Collection> getIncomingLinks(const platform::Value& node);
   [[nodiscard]] platform::Ref<platform::Collection> getOutgoingLinks(const platform::Value& node);
@@ -103,6 +103,9 @@ class DiagramControl : public platform::DiagramControl {
   bool markNode(const platform::Value& node);
   bool markLink(const platform::Value& link);
   bool unmarkAll();
+
+  void linkRule(platform::LinkRule rule) override { m_linkRule = std::move(rule); }
+  void dropRule(platform::DropRule rule) override { m_dropRule = std::move(rule); }
 
   void beginUpdate() override;
   void endUpdate() override;
@@ -133,11 +136,13 @@ class DiagramControl : public platform::DiagramControl {
   void ShowGrid(bool show);
 
   /// Percent.
-  [[nodiscard]] double getZoom() const { return m_viewport.zoom(); }
+  [[nodiscard]] double getZoom() const override { return m_viewport.zoom(); }
   void zoom(double percent) { m_viewport.zoomTo(percent); }
   void noZoom() { m_viewport.zoomTo(100); }
   /// A length in pixels of the view as twips of the canvas, at the current zoom.
   [[nodiscard]] double TransformExtent(double pixels) const { return m_viewport.toTwips(pixels); }
+  [[nodiscard]] platform::Rect toView(const platform::Rect& area) const override;
+  [[nodiscard]] platform::Size viewSize() const override;
   /// Of a node the middle of its box, of a link the middle of its line: an object with x and y;
   /// nothing for what is no item.
   [[nodiscard]] platform::Ref<platform::Object> GetCenter(const platform::Value& item);
@@ -176,8 +181,14 @@ class DiagramControl : public platform::DiagramControl {
   [[nodiscard]] const Selection& selection() const { return m_scene.selection(); }
   [[nodiscard]] Selection& selection() { return m_scene.selection(); }
   [[nodiscard]] CursorShape cursor() const;
-  /// The rectangle that is being drawn to select what lies in it; damage is told of it as of items.
-  [[nodiscard]] std::optional<platform::Rect> rubberBand() const;
+  /// Paints what the gesture under way shows over the items; damage is told of it as of items.
+  void paintGesture(Painter& painter, double scale) const;
+  /// The answers of the rules; without a rule everything goes.
+  [[nodiscard]] std::string refusal(std::string_view link, const Node& source,
+                                    const Node& target) const;
+  [[nodiscard]] bool canDrop(const Node& node, std::string_view tag, const Node* target) const;
+  /// "CanDrawLink": a drag from the border of a box draws a link.
+  [[nodiscard]] bool canDrawLink() const;
   void windowHandle(std::int64_t handle) { m_handle = handle; }
 
   platform::Event<> CursorChanged;
@@ -189,7 +200,7 @@ class DiagramControl : public platform::DiagramControl {
  private:
   enum class PointerMode { select, clickCreate, drawCreate };
 
-  void setMode(PointerMode mode);
+  void setMode(PointerMode mode, bool canDrawLink);
   void runButton(std::string_view key);
   bool deleteItems(const std::vector<Item*>& items);
   /// Takes the items from the canvas, with the links of the nodes, then tells of each.
@@ -208,6 +219,8 @@ class DiagramControl : public platform::DiagramControl {
   std::vector<platform::Connection> m_connections;
   std::map<std::string, std::string, std::less<>> m_images;
   PointerMode m_mode = PointerMode::select;
+  platform::LinkRule m_linkRule;
+  platform::DropRule m_dropRule;
   std::uint64_t m_layoutSeed = 0;
   platform::Ref<platform::Object> m_generator;
   platform::Size m_newNodeSize{3000, 1500};

@@ -4,6 +4,8 @@
 
 #include "canvas/DiagramControl.h"
 #include "canvas/Interaction.h"
+#include "canvas/Painter.h"
+#include "canvas/Palette.h"
 
 namespace brisel::canvas {
 
@@ -134,6 +136,12 @@ void RubberBandState::release(const PointerEvent& event) {
 }
 
 void RubberBandState::cancel() { m_before.restore(); }
+
+void RubberBandState::paint(Painter& painter, double scale) const {
+  if (!m_band) return;
+  painter.fillRect(*m_band, palette::kRubberBand);
+  painter.drawFrame(*m_band, {.color = palette::kSelected, .width = 1 / scale});
+}
 
 void RubberBandState::draw(Point to) {
   Scene& scene = m_owner.control().scene();

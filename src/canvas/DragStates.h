@@ -83,7 +83,7 @@ class RubberBandState : public InteractionState {
   void release(const PointerEvent& event) override;
   void cancel() override;
   [[nodiscard]] CursorShape cursor() const override { return CursorShape::cross; }
-  [[nodiscard]] std::optional<platform::Rect> rubberBand() const override { return m_band; }
+  void paint(Painter& painter, double scale) const override;
 
  private:
   void draw(platform::Point to);

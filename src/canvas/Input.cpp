@@ -48,6 +48,8 @@ std::string_view nameOf(CursorShape shape) {
       return "closedHand";
     case CursorShape::pointing:
       return "pointing";
+    case CursorShape::forbidden:
+      return "forbidden";
   }
   return "arrow";
 }

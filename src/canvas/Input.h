@@ -32,7 +32,8 @@ enum class CursorShape {
   sizeVertical,
   openHand,
   closedHand,
-  pointing
+  pointing,
+  forbidden
 };
 
 [[nodiscard]] std::string_view nameOf(CursorShape shape);

@@ -6,7 +6,6 @@
 namespace brisel::canvas {
 
 using platform::Point;
-using platform::Rect;
 using platform::Ref;
 
 class Interaction::Dispatch {
@@ -124,8 +123,6 @@ void Interaction::forget(Item& item) {
 }
 
 CursorShape Interaction::cursor() const { return m_state->cursor(); }
-
-std::optional<Rect> Interaction::rubberBand() const { return m_state->rubberBand(); }
 
 std::optional<Hit> Interaction::hitAt(Point at) const {
   return hitTest(m_control.scene(), m_control.viewport(), at);

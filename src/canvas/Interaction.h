@@ -11,6 +11,8 @@
 
 namespace brisel::canvas {
 
+class Painter;
+
 /// Turns pointer input into what a person means by it, one state at a time, and tells what the
 /// pointer rests on. Owned by the control.
 class Interaction {
@@ -34,7 +36,8 @@ class Interaction {
   void forget(Item& item);
 
   [[nodiscard]] CursorShape cursor() const;
-  [[nodiscard]] std::optional<platform::Rect> rubberBand() const;
+  /// What the gesture shows over the items.
+  void paint(Painter& painter, double scale) const { m_state->paint(painter, scale); }
   /// Where the pointer was last.
   [[nodiscard]] platform::Point pointer() const { return m_pointer; }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <optional>
+#include <string_view>
 
 #include "canvas/Input.h"
 #include "platform/Geometry.h"
@@ -10,6 +10,7 @@ namespace brisel::canvas {
 class DiagramControl;
 class Interaction;
 class Item;
+class Painter;
 
 struct PointerEvent {
   platform::Point at;  ///< twips on the canvas
@@ -33,6 +34,8 @@ class InteractionState {
   virtual void move(const PointerEvent&) {}
   virtual void release(const PointerEvent&) {}
   virtual void doubleClick(const PointerEvent&) {}
+  /// A key while the gesture is under way; Escape is not asked about.
+  virtual void keyPress(std::string_view /*key*/, Modifiers) {}
   /// Takes back what the gesture did so far. The owner hands over to the next state.
   virtual void cancel() {}
 
@@ -41,7 +44,11 @@ class InteractionState {
   /// The gesture cannot go on without the item.
   [[nodiscard]] virtual bool needs(const Item&) const { return false; }
   [[nodiscard]] virtual CursorShape cursor() const { return CursorShape::arrow; }
-  [[nodiscard]] virtual std::optional<platform::Rect> rubberBand() const { return {}; }
+  /// Paints what the gesture shows over the items; the state itself tells Scene::damageOverlay what
+  /// changes. `scale` is pixels a twip.
+  virtual void paint(Painter&, double /*scale*/) const {}
+  /// While the pointer rests at the edge of the view the canvas scrolls under it.
+  [[nodiscard]] virtual bool scrollsAtEdge() const { return false; }
 
  protected:
   Interaction& m_owner;

@@ -58,7 +58,7 @@ class Node : public platform::DiagramNode, public Item {
 
   // What painting and hit testing read. Areas are in twips on the canvas and cut at the border.
   [[nodiscard]] std::vector<std::string_view> titleLines() const;
-  [[nodiscard]] platform::Rect titleArea() const;
+  [[nodiscard]] platform::Rect titleArea() const override;
   [[nodiscard]] std::size_t sectionCount() const { return m_sections.size(); }
   [[nodiscard]] const canvas::Section& section(std::size_t number) const {
     return *m_sections[number];

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -60,6 +61,8 @@ class DiagramNode : public DiagramItem {
   /// Fit to text: with true the box takes the size that its title and visible rows need, and keeps
   /// taking it whenever they change; with false it keeps the size that it has.
   virtual void fitToText(bool fit) = 0;
+  /// Where the title stands in the box, cut at its border.
+  [[nodiscard]] virtual Rect titleArea() const = 0;
 };
 
 /// The points of a line in order: where it leaves the source box, every bend, where it meets the
@@ -93,6 +96,16 @@ class DiagramLink : public DiagramItem {
   [[nodiscard]] virtual Ref<DiagramPoints> ExtraPoints() const = 0;
 };
 
+/// Why a person must not join two nodes by a link: a short sentence, or the empty text where they
+/// may. `link` is the key of the link whose end is dragged, empty for one that is being drawn.
+using LinkRule = std::function<std::string(
+    std::string_view link, std::string_view source, std::string_view target)>;
+
+/// Whether the row of a node that carries the tag may be dropped on the target, by key; the empty
+/// key stands for empty canvas.
+using DropRule =
+    std::function<bool(std::string_view node, std::string_view tag, std::string_view target)>;
+
 class DiagramControl : public Object {
  public:
   virtual void ShowToolbar(bool show) = 0;
@@ -108,8 +121,12 @@ class DiagramControl : public Object {
   virtual void LabelFont(std::string_view name, double size) = 0;
   virtual void SectionFont(std::string_view name, double size) = 0;
   virtual void UUIDGenerator(Object* generator) = 0;
+  /// The pointer selects and moves. Switches "CanDrawLink" off.
   virtual void SelectMode() = 0;
+  /// A click on empty canvas creates a node. Switches "CanDrawLink" on.
   virtual void ClickCreateMode() = 0;
+  /// "select", "clickCreate" or "drawCreate".
+  [[nodiscard]] virtual std::string Mode() const = 0;
   virtual void Clear() = 0;
   virtual void refresh() = 0;
   /// "%HIERARCHY%", "MATRIX", "RANDOM", "SPRING", or "TADJST", "BADJST", "LADJST", "RADJST", which
@@ -135,6 +152,22 @@ class DiagramControl : public Object {
   [[nodiscard]] virtual Ref<Collection> getSelectedNodes() = 0;
   [[nodiscard]] virtual Ref<Collection> getSelectedLinks() = 0;
 
+  /// The node at a point of the canvas, or nothing.
+  [[nodiscard]] virtual Ref<DiagramNode> nodeAt(Point point) = 0;
+
+  /// What a person may join and drop; with no rule everything goes. Calls of `createLink` are not
+  /// asked about.
+  virtual void linkRule(LinkRule rule) = 0;
+  virtual void dropRule(DropRule rule) = 0;
+
+  /// Percent.
+  [[nodiscard]] virtual double getZoom() const = 0;
+  /// An area of the canvas as it is seen now, in twips of the view from its upper left corner: at
+  /// every zoom 15 to a pixel.
+  [[nodiscard]] virtual Rect toView(const Rect& area) const = 0;
+  /// The size of the view, in twips of its own.
+  [[nodiscard]] virtual Size viewSize() const = 0;
+
   /// Between the two, changes are gathered and told to the views once, at the outermost end.
   virtual void beginUpdate() = 0;
   virtual void endUpdate() = 0;
@@ -142,6 +175,18 @@ class DiagramControl : public Object {
   Event<std::string> NodeCreated, NodeDeleted, NodeMoved, NodeResized, NodeEnter, NodeLeave;
   Event<std::string> NodeClicked, NodePressed, NodeRClicked;
   Event<std::string> LinkCreated, LinkDeleted, LinkEnter, LinkLeave, LinkClicked, LinkRClicked;
+  /// A button went down over the canvas; raised before anything comes of it.
+  Event<> Pressed;
+  /// A person wants to look into an item (double click, Enter), to rename a node (F2), or to delete
+  /// what is selected (Del). The canvas itself does nothing.
+  Event<std::string> NodeOpened, LinkOpened, NodeRenaming;
+  Event<> DeleteAsked;
+  /// A person dropped an end of a link on another node: the link's key, the node's key, and whether
+  /// it was the source end. The line is as it was: who keeps the model reattaches it.
+  Event<std::string, std::string, bool> LinkEndDropped;
+  /// What a press would do, or why not, for a status bar; empty when there is nothing to say.
+  Event<std::string> Hint;
+  Event<> ModeChanged;  ///< `Mode` or "CanDrawLink"
   Event<std::string> ToolbarButton;
   Event<int, int> Scrolled, Zoomed;
   /// A row was dragged: key of its node, its tag, and where it was dropped.

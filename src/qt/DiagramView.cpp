@@ -43,6 +43,8 @@ Qt::CursorShape toQt(canvas::CursorShape shape) {
       return Qt::ClosedHandCursor;
     case canvas::CursorShape::pointing:
       return Qt::PointingHandCursor;
+    case canvas::CursorShape::forbidden:
+      return Qt::ForbiddenCursor;
   }
   return Qt::ArrowCursor;
 }
