@@ -64,6 +64,22 @@ bool ToolBarControl::checked(std::string_view key) const {
   return found && found->checked();
 }
 
+void ToolBarControl::enabled(std::string_view key, bool enabled) {
+  if (const Ref<Tool> found = tool(key)) found->enabled(enabled);
+}
+
+void ToolBarControl::caption(std::string_view bandKey, std::string_view caption) {
+  const Ref<Band> found = band(bandKey);
+  if (!found || found->caption() == caption) return;
+  found->caption(caption);
+  LayoutChanged();
+}
+
+bool ToolBarControl::isBandShown(std::string_view key) const {
+  const Ref<Band> found = band(key);
+  return found && found->visible();
+}
+
 void ToolBarControl::popUp(std::string_view bandKey) {
   if (!band(bandKey)) return;
   m_popupBand = bandKey;

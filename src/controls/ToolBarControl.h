@@ -74,6 +74,10 @@ class ToolBarControl : public platform::ToolBarControl {
   void RecalcLayout() override { LayoutChanged(); }
   void checked(std::string_view tool, bool checked) override;
   [[nodiscard]] bool checked(std::string_view tool) const override;
+  void enabled(std::string_view tool, bool enabled) override;
+  void caption(std::string_view band, std::string_view caption) override;
+  void showBand(std::string_view key, bool show) override;
+  [[nodiscard]] bool isBandShown(std::string_view key) const override;
   void popUp(std::string_view band) override;
   void Click(std::string_view tool) override;
 
@@ -83,8 +87,6 @@ class ToolBarControl : public platform::ToolBarControl {
   [[nodiscard]] platform::Ref<Tool> tool(std::string_view key) const;
   /// The key of the band popped up last.
   [[nodiscard]] std::string PopupBand() const { return m_popupBand; }
-  /// Shows or hides a docked band; raises BandShown or BandClosed when that changes it.
-  void showBand(std::string_view key, bool show);
   /// A person pressed and released a key over the control; all but F1 are ignored by the editor.
   void KeyPress(std::string_view key, std::string_view modifiers);
 

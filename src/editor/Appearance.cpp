@@ -36,15 +36,34 @@ void CLSEditor::showCompartments(repository::Class& shown) const {
   box->fitToText(true);
 }
 
-void CLSEditor::SizeToFit(Text key) {
-  trap("SizeToFit", [&] {
-    const auto box = m_diagram->getNode(key);
-    if (!box) {
-      throw platform::Error(platform::ErrorNumber::notFound,
-                            "No class is drawn under the key " + std::string(key));
-    }
-    box->fitToText(true);
+void CLSEditor::ShowCompartments(Text key, Text compartment, bool checked) {
+  trap("ShowCompartments", [&] {
+    const ClassRef shown = drawnClass(key);
+    shown->Node()->Section(compartment == "Operations" ? 1 : 0)->visible(checked);
   });
+}
+
+void CLSEditor::SizeToFit(Text key) {
+  trap("SizeToFit", [&] { drawnNode(key)->fitToText(true); });
+}
+
+Ref<platform::DiagramNode> CLSEditor::drawnNode(Text key) const {
+  auto box = m_diagram->getNode(key);
+  if (!box) {
+    throw platform::Error(platform::ErrorNumber::notFound,
+                          "No class is drawn under the key " + std::string(key));
+  }
+  return box;
+}
+
+CLSEditor::ClassRef CLSEditor::drawnClass(Text key) {
+  static_cast<void>(drawnNode(key));
+  ClassRef shown = GetClassFromNode(key);
+  if (!shown) {
+    throw platform::Error(platform::ErrorNumber::objectMissing,
+                          "The box " + std::string(key) + " shows no class");
+  }
+  return shown;
 }
 
 void CLSEditor::AddPositions() {
@@ -97,8 +116,10 @@ void CLSEditor::storePoints() {
 
 void CLSEditor::SynchronizeDataTypes() {
   trap("SynchronizeDataTypes", [this] {
-    for (auto& one : each<platform::Node>(model().MetaNodes(types::kClass)->extension())) {
-      const std::string name = one.name();
+    const auto classes = model().MetaNodes(types::kClass);
+    for (const auto& one : watch().takeClassesToSynchronize()) {
+      if (classes->find(one->identifier()) != one) continue;  // gone meanwhile
+      const std::string name = one->name();
       if (m_repository->SearchObject(types::kDataType, "Name", name)) continue;
       m_repository->MakeDataType(name, "", "");
     }

@@ -22,13 +22,14 @@ CLSEditor::CLSEditor(platform::ComponentRegistry& registry)
 CLSEditor::~CLSEditor() { terminate(); }
 
 void CLSEditor::initialize() {
-  addPopupBands(*m_activeBar);
+  addPopupBands(*m_activeBar, [](Text tool) { return toolRow(tool) != nullptr; });
   configureCanvas();
   m_className->Visible(false);
   m_diagram->ShowToolbar(true);
   addCanvasButtons(*m_diagram, m_registry.installationFolder());
   SyncCategoryButtons();
   SyncViewButtons();
+  SyncModeButtons();
   m_classControl->Visible(false);
   m_repository = platform::make<repository::CLSRepository>();
   m_generator = m_registry.create("BriselUtility.UUIDGenerator");
@@ -47,7 +48,7 @@ void CLSEditor::configureCanvas() {
   m_diagram->SelectMode();
   m_diagram->SetNewNodeSize(3000, 1500);
   m_diagram->BackColor(0xFFFFFF);
-  m_diagram->LabelFont("Courier New", 15);
+  m_diagram->LabelFont("Courier New", kNameFontSize);
   m_diagram->SectionFont("Courier New", 10);
 }
 
@@ -58,35 +59,67 @@ void CLSEditor::BuildPropertyBand() {
 }
 
 void CLSEditor::connectCanvas() {
-  const auto answer = [this](Event<std::string>& event, Text procedure, auto handler) {
-    m_connections.push_back(event.connect([this, procedure, handler](const std::string& key) {
-      trap(procedure, [&] { (this->*handler)(key); });
+  const auto answer = [this](auto& event, Text procedure, auto handler) {
+    m_connections.push_back(event.connect([this, procedure, handler](auto... arguments) {
+      trap(procedure, [&] { (this->*handler)(arguments...); });
     }));
   };
   answer(m_diagram->NodeCreated, "NodeCreated", &CLSEditor::nodeCreated);
   answer(m_diagram->LinkCreated, "LinkCreated", &CLSEditor::linkCreated);
+  answer(m_diagram->NodeDeleted, "NodeDeleted", &CLSEditor::nodeDeleted);
+  answer(m_diagram->Pressed, "Pressed", &CLSEditor::CommitClassName);
+  answer(m_diagram->NodePressed, "NodePressed", &CLSEditor::nodePressed);
+  answer(m_diagram->NodeRClicked, "NodeRClicked", &CLSEditor::nodeRightClicked);
+  answer(m_diagram->LinkRClicked, "LinkRClicked", &CLSEditor::linkRightClicked);
+  answer(m_diagram->NodeRenaming, "NodeRenaming", &CLSEditor::renameInPlace);
+  answer(m_diagram->DeleteAsked, "DeleteAsked", &CLSEditor::deleteSelection);
+  answer(m_diagram->LinkEndDropped, "LinkEndDropped", &CLSEditor::reconnect);
   answer(m_diagram->ToolbarButton, "ToolbarButton", &CLSEditor::buttonClicked);
+  answer(m_diagram->ModeChanged, "ModeChanged", &CLSEditor::SyncModeButtons);
+  answer(m_activeBar->ToolClick, "ToolClick", &CLSEditor::toolClicked);
+  answer(m_activeBar->BandShown, "BandShown", &CLSEditor::bandShown);
+  answer(m_activeBar->BandClosed, "BandClosed", &CLSEditor::bandClosed);
+  answer(m_className->KeyPressed, "ClassName_KeyPress", &CLSEditor::nameKeyPressed);
+  answer(m_className->FocusLost, "ClassName_LostFocus", &CLSEditor::CommitClassName);
+  const auto opened = [this](const std::string& key) { EditClass(key); };
+  m_connections.push_back(m_diagram->NodeOpened.connect(opened));
+  const auto dropped = [this](const std::string&, const std::string& tag, double x, double y) {
+    trap("ItemDropped", [&] { memberDropped(tag, {x, y}); });
+  };
+  m_connections.push_back(m_diagram->ItemDropped.connect(dropped));
+  const auto moved = [this](int, int) { trap("PlaceClassEditor", [this] { viewChanged(); }); };
+  m_connections.push_back(m_diagram->Scrolled.connect(moved));
+  m_connections.push_back(m_diagram->Zoomed.connect(moved));
   passThrough();
   const auto keyUp = [this](const std::string& key) { KeyUp(key); };
   m_connections.push_back(m_diagram->KeyReleased.connect(keyUp));
   m_connections.push_back(m_activeBar->KeyReleased.connect(keyUp));
+  m_diagram->linkRule([this](Text link, Text source, Text target) {
+    return trap("LinkRule", [&] { return refusal(link, source, target); });
+  });
+  m_diagram->dropRule([this](Text node, Text tag, Text target) {
+    return trap("DropRule", [&] { return mayDrop(node, tag, target); });
+  });
+}
+
+/// What lies over the canvas follows it.
+void CLSEditor::viewChanged() {
+  placeClassName();
+  PlaceClassEditor();
 }
 
 void CLSEditor::passThrough() {
   const auto pass = [this](auto& from, auto& to) {
     m_connections.push_back(from.connect([&to](auto... arguments) { to(arguments...); }));
   };
-  pass(m_diagram->NodeDeleted, ClassDeleted);
   pass(m_diagram->NodeMoved, ClassMoved);
   pass(m_diagram->NodeResized, ClassResized);
   pass(m_diagram->NodeEnter, ClassEnter);
   pass(m_diagram->NodeLeave, ClassLeave);
   pass(m_diagram->NodeClicked, ClassClicked);
-  pass(m_diagram->NodeRClicked, ClassRClicked);
   pass(m_diagram->LinkEnter, AssocEnter);
   pass(m_diagram->LinkLeave, AssocLeave);
   pass(m_diagram->LinkClicked, AssocClicked);
-  pass(m_diagram->LinkRClicked, AssocRClicked);
   pass(m_diagram->Scrolled, DiagramScrolled);
   pass(m_diagram->Zoomed, DiagramZoomed);
 }
@@ -98,6 +131,9 @@ void CLSEditor::terminate() {
     removeFromHost();
   });
   m_connections.clear();
+  m_diagram->linkRule({});
+  m_diagram->dropRule({});
+  m_watch.leave();
   m_parentWindow = {};
   m_session = {};
   m_packageObject = {};
@@ -131,6 +167,7 @@ Ref<platform::MetaRepository> CLSEditor::Repository() const {
 }
 
 void CLSEditor::Repository(platform::MetaRepository* repository) {
+  trap("Repository", [this] { CommitClassName(); });
   m_repository->SetRepository(repository);
 }
 
@@ -158,6 +195,11 @@ void CLSEditor::Resize(double width, double height) { m_diagramBounds = {0, 0, w
 
 void CLSEditor::KeyUp(Text key) {
   if (key == "F1") Help();
+}
+
+ModelWatch& CLSEditor::watch() {
+  m_watch.follow(model());
+  return m_watch;
 }
 
 platform::MetaRepository& CLSEditor::model() const {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <set>
 #include <string>
@@ -8,6 +9,7 @@
 #include <vector>
 
 #include "controls/TextBox.h"
+#include "editor/ModelWatch.h"
 #include "editor/ViewSettings.h"
 #include "editors/CLSClassControl.h"
 #include "platform/ComponentRegistry.h"
@@ -87,7 +89,19 @@ class CLSEditor : public platform::Object {
   /// Takes the class's relationships, stereotype link and geometry along.
   void DeleteClass(Text key);
 
+  // Popup menus and what they reach.
+  /// "Class" opens the popup menu of classes, "Link" that of relationships; it acts on the element
+  /// whose key is in the tool-bar control's `Tag`.
+  void ShowPopupMenu(Text what);
+  /// Opens the class pane beside the class's box.
+  void EditClass(Text key);
+  /// On the class whose key is in the tool-bar control's `Tag`: 1 shows its attributes and
+  /// operations, 2 folds the box to its title; another number does nothing.
+  void PropertyNode(std::int64_t no);
+
   // Compartments, positions, data types.
+  /// Shows or hides the operations ("Operations") or the attributes (any other word) of one class.
+  void ShowCompartments(Text key, Text compartment, bool checked);
   /// Toggles "ViewAttributes", "ViewOperations" or "ViewParameters" and applies all three to every
   /// drawn class. Another word toggles nothing.
   void Compartments(Text compartment);
@@ -137,6 +151,8 @@ class CLSEditor : public platform::Object {
   /// What a link that is made next becomes.
   enum class RelationshipKind { association, composite, shared, generalization };
   class Busy;
+  /// Of the names of classes, in points at 100 %.
+  static constexpr double kNameFontSize = 15;
 
   template <class Body>
   auto trap(Text procedure, Body&& body) const {
@@ -174,6 +190,23 @@ class CLSEditor : public platform::Object {
   // Answers to the canvas.
   void nodeCreated(const std::string& key);
   void linkCreated(const std::string& key);
+  void nodeDeleted(const std::string& key);
+  void nodePressed(const std::string& key);
+  void nodeRightClicked(const std::string& key);
+  void linkRightClicked(const std::string& key);
+  void deleteSelection();
+  void memberDropped(const std::string& tag, platform::Point at);
+  void moveMember(Text ownership, platform::Link& owned, platform::Node& to);
+  ClassRef makeOperationClass(platform::Point at);
+  [[nodiscard]] bool mayDrop(Text node, Text tag, Text target) const;
+  void reconnect(const std::string& key, const std::string& classKey, bool atSource);
+  [[nodiscard]] std::string refusal(Text link, Text source, Text target);
+  [[nodiscard]] bool isBelow(const platform::Node& upper, const platform::Node& lower,
+                             Text ignored) const;
+  void viewChanged();
+  struct KindRow;
+  [[nodiscard]] static const std::array<KindRow, 4>& kindRows();
+  void SyncModeButtons();
   void bindClass(const std::string& key, platform::DiagramNode& box);
   void bindRelationship(const std::string& key, platform::DiagramLink& line);
   platform::Ref<platform::Node> makeRelationship(const std::string& key,
@@ -188,10 +221,41 @@ class CLSEditor : public platform::Object {
   void alignButton(const std::string& key);
   void toggleCategory(const std::string& key);
 
+  // Naming in place: the text box lies over the box whose key is in its `Tag`.
+  void BeginClassName(platform::DiagramNode& box, Text text);
+  void CommitClassName();
+  void renameInPlace(const std::string& key);
+  void placeClassName();
+  void endNaming();
+  void nameKeyPressed(const std::string& key);
+
+  // The class pane.
+  void ShowClassProperties(Text key);
+  void showInPane(repository::Class& shown);
+  void closePane();
+  void PlaceClassEditor();
+  void bandShown(const std::string& band);
+  void bandClosed(const std::string& band);
+
+  // Commands of the popup menus; `key` is the element's.
+  struct ToolRow;
+  /// Nothing for a tool without a command.
+  [[nodiscard]] static const ToolRow* toolRow(Text tool);
+  void toolClicked(const std::string& tool);
+  void editTool(Text key, const ToolRow& row);
+  void propertiesTool(Text key, const ToolRow& row);
+  void sizeToFitTool(Text key, const ToolRow& row);
+  void compartmentTool(Text key, const ToolRow& row);
+  void propertyNodeTool(Text key, const ToolRow& row);
+
   // Shared steps.
   AssociationRef createLink(RelationshipKind kind, Text id, Text name, Text srcId, Text tgtId);
   void showCompartments(repository::Class& shown) const;
   void deleteRelationshipsOf(platform::Node& classNode);
+  void deleteRelationship(platform::Node& relationship);
+  [[nodiscard]] ClassRef drawnClass(Text key);
+  [[nodiscard]] platform::Ref<platform::DiagramNode> drawnNode(Text key) const;
+  ModelWatch& watch();
   void deleteGeometryOf(Text key);
   void storeArea(platform::Node& classNode, const platform::Rect& bounds);
   void storePositions();
@@ -206,6 +270,7 @@ class CLSEditor : public platform::Object {
   platform::Ref<repository::CLSRepository> m_repository;
   ObjectRef m_generator;
   ViewSettings m_view;
+  ModelWatch m_watch;
   std::vector<platform::Connection> m_connections;
 
   std::string m_repositoryFileName;
@@ -218,6 +283,7 @@ class CLSEditor : public platform::Object {
 
   RelationshipKind m_kind = RelationshipKind::association;
   platform::Ref<platform::Node> m_drawn;  ///< while populating: the element being drawn
+  int m_operationClasses = 0;  ///< classes made for operations that were dropped on empty canvas
   bool m_populating = false;
   bool m_programmatic = false;
   bool m_terminated = false;

@@ -12,6 +12,7 @@ namespace {
 
 constexpr std::string_view kClassItem = "__Class";
 constexpr std::string_view kAssociationItem = "__Association";
+constexpr std::string_view kNewClass = "newClass";
 
 }  // namespace
 
@@ -33,12 +34,14 @@ CLSEditor::AssociationRef CLSEditor::GetAssociationFromLink(Text key) {
 void CLSEditor::nodeCreated(const std::string& key) {
   const auto box = m_diagram->getNode(key);
   if (!box) return;
+  CommitClassName();
   try {
     bindClass(key, *box);
   } catch (...) {
     m_diagram->deleteNode(key);  // a box without its class would be out of step with the model
     throw;
   }
+  if (!m_programmatic) BeginClassName(*box, kNewClass);
   ClassCreated(key);
 }
 
@@ -46,7 +49,7 @@ void CLSEditor::bindClass(const std::string& key, platform::DiagramNode& box) {
   const auto wrapper = make<repository::Class>();
   wrapper->Node(&box);
   wrapper->clsObject(m_populating ? m_drawn.get()
-                                  : m_repository->MakeClass("newClass", key, "", "", "", "").get());
+                                  : m_repository->MakeClass(kNewClass, key, "", "", "", "").get());
   box.setItem(kClassItem, wrapper.get());
   showCompartments(*wrapper);
 }
@@ -86,7 +89,38 @@ Ref<platform::Node> CLSEditor::makeRelationship(const std::string& key,
   return made;
 }
 
+void CLSEditor::nodeDeleted(const std::string& key) {
+  if (m_className->Visible() && m_className->Tag() == key) endNaming();
+  const auto shown = m_classControl->Node();
+  if (shown && shown->key() == key) closePane();
+  ClassDeleted(key);
+}
+
+void CLSEditor::nodePressed(const std::string& key) {
+  if (m_classControl->Visible()) {
+    if (const ClassRef pressed = GetClassFromNode(key)) {
+      pressed->Populate();
+      showInPane(*pressed);
+      ClassChanged(key);
+    }
+  }
+  CommitClassName();
+}
+
+void CLSEditor::nodeRightClicked(const std::string& key) {
+  m_activeBar->Tag(key);
+  ShowPopupMenu("Class");
+  ClassRClicked(key);
+}
+
+void CLSEditor::linkRightClicked(const std::string& key) {
+  m_activeBar->Tag(key);
+  ShowPopupMenu("Link");
+  AssocRClicked(key);
+}
+
 void CLSEditor::buttonClicked(const std::string& key) {
+  CommitClassName();
   dispatchButton(key);
   ToolbarButton(key);
 }

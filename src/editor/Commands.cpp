@@ -1,6 +1,9 @@
 // Creation and deletion by command, and the modes of the canvas.
 
+#include <algorithm>
 #include <array>
+#include <string>
+#include <vector>
 
 #include "editor/Busy.h"
 #include "editor/CLSEditor.h"
@@ -49,7 +52,7 @@ CLSEditor::ClassRef CLSEditor::CreateClass(Text id, Text name, Text intention, T
     if (!m_diagram->createNode(id, name, 0, 0, 3000, 2000, 2)) return {};
     ClassRef made = GetClassFromNode(id);
     if (!made) return {};
-    made->name(name);
+    if (!name.empty()) made->name(name);
     const auto node = made->clsObject();
     node->SetProperty("Description", intention);
     node->SetProperty("category", category);
@@ -112,30 +115,52 @@ void CLSEditor::deleteRelationshipsOf(platform::Node& classNode) {
     for (const Text end : row.ends) {
       for (auto& link : each<platform::Link>(classNode.Incoming(end)->copy())) {
         const auto relationship = link.source();
-        const std::string identifier = relationship->identifier();
-        if (!type->find(identifier)) continue;  // of the class with itself, and gone already
-        const auto hasEnd = [&](Text one) { return relationship->outgoing(one)->Count() > 0; };
-        m_repository->SetStereotype(*relationship, nullptr);
-        if (hasEnd(row.ends[0]) && hasEnd(row.ends[1])) {
-          (*m_repository.*row.remove)(identifier);
-        } else {
-          m_repository->RemoveObject(row.kind, identifier);
-        }
-        deleteGeometryOf(identifier);
+        // One of the class with itself is met twice.
+        if (type->find(relationship->identifier())) deleteRelationship(*relationship);
       }
     }
   }
 }
 
+void CLSEditor::deleteRelationship(platform::Node& relationship) {
+  const std::string kind = relationship.Parent()->name();
+  const auto row = std::find_if(kRelationships.begin(), kRelationships.end(),
+                                [&](const RelationshipRow& one) { return one.kind == kind; });
+  const std::string identifier = relationship.identifier();
+  const auto hasEnd = [&](Text end) { return relationship.outgoing(end)->Count() > 0; };
+  m_repository->SetStereotype(relationship, nullptr);
+  if (hasEnd(row->ends[0]) && hasEnd(row->ends[1])) {
+    (*m_repository.*row->remove)(identifier);
+  } else {
+    m_repository->RemoveObject(kind, identifier);
+  }
+  deleteGeometryOf(identifier);
+}
+
+void CLSEditor::deleteSelection() {
+  const CanvasUpdate update(*m_diagram);
+  std::vector<std::string> lines;
+  for (auto& line : each<platform::DiagramLink>(m_diagram->getSelectedLinks())) {
+    lines.push_back(line.key());
+  }
+  std::vector<std::string> boxes;
+  for (auto& box : each<platform::DiagramNode>(m_diagram->getSelectedNodes())) {
+    boxes.push_back(box.key());
+  }
+  for (const std::string& key : lines) {
+    const AssociationRef wrapper = GetAssociationFromLink(key);
+    if (wrapper) deleteRelationship(*wrapper->clsObject());
+    m_diagram->deleteLink(key);
+  }
+  for (const std::string& key : boxes) {
+    if (m_diagram->getNode(key)) DeleteClass(key);
+  }
+}
+
 void CLSEditor::deleteGeometryOf(Text key) {
-  const auto removeAll = [&](Text type, Text owner) {
-    const auto extension = model().MetaNodes(type)->extension();
-    for (auto& record : each<platform::Node>(extension->copy())) {
-      if (record.GetProperty(owner).text() == key) extension->Remove(record.identifier(), false);
-    }
-  };
-  removeAll(types::kGeomArea, "NodeId");
-  removeAll(types::kGeomPoint, "linkId");
+  for (const auto& record : watch().geometryOf(key)) {
+    record->Parent()->extension()->Remove(record->identifier(), false);
+  }
 }
 
 }  // namespace brisel::editor

@@ -113,10 +113,12 @@ void addCanvasButtons(platform::DiagramControl& diagram, const std::string& inst
   }
 }
 
-void addPopupBands(platform::ToolBarControl& toolBar) {
+void addPopupBands(platform::ToolBarControl& toolBar,
+                   const std::function<bool(std::string_view tool)>& hasCommand) {
   for (const BandRow& band : kBands) toolBar.addBand(band.key, band.caption);
   for (const ToolRow& tool : kTools) {
     toolBar.addTool(tool.band, tool.key, tool.caption, tool.opens);
+    toolBar.enabled(tool.key, !tool.opens.empty() || hasCommand(tool.key));
   }
   toolBar.addLooseTool("miMorphing", "Morphing");
   toolBar.addLooseTool("tbProperties", "Properties");

@@ -1,10 +1,40 @@
-// From the key of a button to the command behind it.
+// From the key of a button or tool to the command behind it.
 
 #include <array>
 
 #include "editor/CLSEditor.h"
 
 namespace brisel::editor {
+
+using platform::Arrow;
+
+/// A tool of the popup menus, its command, and what the command is told beside the element's key.
+struct CLSEditor::ToolRow {
+  Text key;
+  void (CLSEditor::*command)(Text element, const ToolRow& row);
+  Text word = {};
+  std::int64_t number = 0;
+};
+
+/// What a button says about the relationships that are drawn next, and how their ends look while
+/// they are drawn.
+struct CLSEditor::KindRow {
+  Text key;
+  RelationshipKind kind;
+  Arrow begin;
+  Arrow end;
+};
+
+const std::array<CLSEditor::KindRow, 4>& CLSEditor::kindRows() {
+  using Kind = RelationshipKind;
+  static constexpr std::array<KindRow, 4> kRows = {
+      KindRow{"Association", Kind::association, Arrow::none, Arrow::none},
+      KindRow{"CompositeAggregation", Kind::composite, Arrow::filledDiamond, Arrow::none},
+      KindRow{"SharedAggregation", Kind::shared, Arrow::diamond, Arrow::none},
+      KindRow{"Generalization", Kind::generalization, Arrow::none, Arrow::triangle},
+  };
+  return kRows;
+}
 
 void CLSEditor::dispatchButton(const std::string& key) {
   struct Row {
@@ -44,10 +74,13 @@ void CLSEditor::compartmentButton(const std::string& key) {
 
 void CLSEditor::relationshipButton(const std::string& key) {
   m_diagram->SelectMode();
-  m_kind = key == "Association"            ? RelationshipKind::association
-           : key == "CompositeAggregation" ? RelationshipKind::composite
-           : key == "SharedAggregation"    ? RelationshipKind::shared
-                                           : RelationshipKind::generalization;
+  for (const KindRow& row : kindRows()) {
+    if (row.key != key) continue;
+    m_kind = row.kind;
+    m_diagram->set("linkBeginArrow", static_cast<int>(row.begin));
+    m_diagram->set("linkEndArrow", static_cast<int>(row.end));
+  }
+  m_diagram->GetDiagram()->set("CanDrawLink", true);
 }
 
 void CLSEditor::alignButton(const std::string& key) {
@@ -63,9 +96,85 @@ void CLSEditor::toggleCategory(const std::string& key) {
   } else {
     m_view.show(key);
   }
+  closePane();
   m_diagram->Clear();
   saveView();
   Populate();
+}
+
+/// The buttons of the tools that the pointer can be look pressed when it is theirs.
+void CLSEditor::SyncModeButtons() {
+  const bool selects = m_diagram->Mode() == "select";
+  const bool draws = m_diagram->GetDiagram()->get("CanDrawLink").isTrue();
+  const auto sync = [this](Text key, bool pressed) {
+    if (pressed) {
+      m_diagram->PressButton(key);
+    } else {
+      m_diagram->ReleaseButton(key);
+    }
+  };
+  sync("Select", selects && !draws);
+  for (const KindRow& row : kindRows()) sync(row.key, selects && draws && row.kind == m_kind);
+}
+
+void CLSEditor::ShowPopupMenu(Text what) {
+  trap("ShowPopupMenu", [&] {
+    if (what == "Class") {
+      if (const ClassRef shown = GetClassFromNode(m_activeBar->Tag())) {
+        const auto box = shown->Node();
+        m_activeBar->checked("miCompartmentsAttributes", box->Section(0)->visible());
+        m_activeBar->checked("miCompartmentsOperations", box->Section(1)->visible());
+      }
+      m_activeBar->popUp("tbPopupMenu");
+    } else if (what == "Link") {
+      m_activeBar->popUp("tbPopupAssoc");
+    }
+  });
+}
+
+const CLSEditor::ToolRow* CLSEditor::toolRow(Text tool) {
+  using E = CLSEditor;
+  static constexpr std::array kRows = {
+      ToolRow{"miPopupEdit", &E::editTool},
+      ToolRow{"miPopupProperties", &E::propertiesTool},
+      ToolRow{"miPopupSizeToFit", &E::sizeToFitTool},
+      ToolRow{"miCompartmentsAttributes", &E::compartmentTool, "Attributes"},
+      ToolRow{"miCompartmentsOperations", &E::compartmentTool, "Operations"},
+      ToolRow{"Divide", &E::propertyNodeTool, {}, 1},
+      ToolRow{"Assemble", &E::propertyNodeTool, {}, 2},
+  };
+  for (const ToolRow& row : kRows) {
+    if (row.key == tool) return &row;
+  }
+  return nullptr;
+}
+
+void CLSEditor::toolClicked(const std::string& tool) {
+  CommitClassName();
+  const std::string element = m_activeBar->Tag();
+  if (const ToolRow* row = toolRow(tool)) (this->*row->command)(element, *row);
+  PopupButton(tool);
+}
+
+void CLSEditor::editTool(Text key, const ToolRow&) { EditClass(key); }
+void CLSEditor::propertiesTool(Text key, const ToolRow&) { ShowClassProperties(key); }
+void CLSEditor::sizeToFitTool(Text key, const ToolRow&) { SizeToFit(key); }
+void CLSEditor::propertyNodeTool(Text, const ToolRow& row) { PropertyNode(row.number); }
+
+void CLSEditor::compartmentTool(Text key, const ToolRow& row) {
+  const bool show = !m_activeBar->checked(row.key);
+  m_activeBar->checked(row.key, show);
+  ShowCompartments(key, row.word, show);
+}
+
+void CLSEditor::PropertyNode(std::int64_t no) {
+  trap("PropertyNode", [&] {
+    if (no != 1 && no != 2) return;
+    const auto box = drawnNode(m_activeBar->Tag());
+    box->Section(0)->visible(no == 1);
+    box->Section(1)->visible(no == 1);
+    box->fitToText(true);
+  });
 }
 
 }  // namespace brisel::editor

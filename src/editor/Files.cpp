@@ -32,6 +32,7 @@ void CLSEditor::OpenDiagram() {
 
 void CLSEditor::SaveDiagram() {
   try {
+    CommitClassName();
     storeDiagram();
     if (m_repositoryFileName.empty()) {
       const auto path = m_registry.shell().askSaveFile(kDiagramFiles);
@@ -51,6 +52,8 @@ void CLSEditor::storeDiagram() {
 }
 
 void CLSEditor::showRepository(platform::MetaRepository& repository) {
+  endNaming();
+  closePane();
   m_repository->SetRepository(&repository);
   m_diagram->SelectMode();
   m_diagram->Clear();

@@ -205,6 +205,8 @@ void CLSEditor::saveView() {
 
 void CLSEditor::Clear() {
   trap("Clear", [this] {
+    CommitClassName();
+    closePane();
     m_diagram->SelectMode();
     m_diagram->Clear();
     m_programmatic = false;

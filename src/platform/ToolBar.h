@@ -24,6 +24,12 @@ class ToolBarControl : public Object {
   virtual void RecalcLayout() = 0;
   virtual void checked(std::string_view tool, bool checked) = 0;
   [[nodiscard]] virtual bool checked(std::string_view tool) const = 0;
+  /// An unknown key does nothing; so too for the three below.
+  virtual void enabled(std::string_view tool, bool enabled) = 0;
+  virtual void caption(std::string_view band, std::string_view caption) = 0;
+  /// Shows or hides a docked band; raises BandShown or BandClosed when that changes it.
+  virtual void showBand(std::string_view band, bool show) = 0;
+  [[nodiscard]] virtual bool isBandShown(std::string_view band) const = 0;
   /// Pops the band up at the mouse; an unknown key does nothing.
   virtual void popUp(std::string_view band) = 0;
   /// A person's click on a tool: raises ToolClick. An Error (notFound) for an unknown tool.
