@@ -87,5 +87,52 @@ void AddPositions(benchmark::State& state) {
 }
 BENCHMARK(AddPositions)->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond);
 
+/// A name typed in place, from the text box's Return to the redrawn box; every class is a data type
+/// before.
+void RenameClass(benchmark::State& state) {
+  const Workbench bench(state.range(0));
+  bench.editor->Populate();
+  bench.editor->SynchronizeDataTypes();
+  const auto diagram = bench.editor->diagram();
+  const auto box = platform::as<platform::DiagramNode>(diagram->getAllNodes()->Item(7));
+  const std::int64_t before = countOf(bench.model, types::kDataType);
+  std::int64_t number = 0;
+  for (auto _ : state) {
+    diagram->NodeRenaming(box->key());
+    bench.editor->ClassName()->SetText("Renamed" + std::to_string(++number % 2));
+    bench.editor->ClassName()->KeyPress("Return", "");
+  }
+  if (countOf(bench.model, types::kDataType) > before + 2) state.SkipWithError("too many types");
+  if (!box->text().starts_with("Renamed")) state.SkipWithError("the class was not renamed");
+}
+BENCHMARK(RenameClass)->Arg(1000)->Arg(10000)->Unit(benchmark::kMicrosecond);
+
+/// A class made by command beside all others, with a relationship, and deleted again: two
+/// benchmarks, of which each times one half.
+void CreateOrDelete(benchmark::State& state, bool timesCreation) {
+  const Workbench bench(state.range(0));
+  bench.editor->Populate();
+  bench.editor->AddPositions();
+  bench.editor->CreateClass("warm", "Warm", "", "", "", "");
+  bench.editor->DeleteClass("warm");
+  for (auto _ : state) {
+    if (!timesCreation) state.PauseTiming();
+    bench.editor->CreateClass("made", "Made", "", "", "", "public");
+    bench.editor->CreateAssociation("line", "", "", "made", "made");
+    if (timesCreation) {
+      state.PauseTiming();
+    } else {
+      state.ResumeTiming();
+    }
+    bench.editor->DeleteClass("made");
+    if (timesCreation) state.ResumeTiming();
+  }
+  if (countOf(bench.model, types::kClass) != state.range(0)) state.SkipWithError("classes stayed");
+}
+void CreateClass(benchmark::State& state) { CreateOrDelete(state, true); }
+void DeleteClass(benchmark::State& state) { CreateOrDelete(state, false); }
+BENCHMARK(CreateClass)->Arg(1000)->Arg(10000)->Unit(benchmark::kMicrosecond);
+BENCHMARK(DeleteClass)->Arg(1000)->Arg(10000)->Unit(benchmark::kMicrosecond);
+
 }  // namespace
 }  // namespace brisel::benchmarks
