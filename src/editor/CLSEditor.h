@@ -282,9 +282,10 @@ class CLSEditor : public platform::Object {
   platform::Rect m_diagramBounds;
 
   RelationshipKind m_kind = RelationshipKind::association;
-  platform::Ref<platform::Node> m_drawn;  ///< while populating: the element being drawn
+  /// The element that is being drawn. Set inside Populate's calls of the canvas, until the box or
+  /// line is bound to it: what the host makes in answer is new.
+  platform::Ref<platform::Node> m_drawn;
   int m_operationClasses = 0;  ///< classes made for operations that were dropped on empty canvas
-  bool m_populating = false;
   bool m_programmatic = false;
   bool m_terminated = false;
 };

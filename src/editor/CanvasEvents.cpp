@@ -1,6 +1,9 @@
 // What the editor answers when something was made on the canvas or a button was clicked.
 
+#include <utility>
+
 #include "editor/CLSEditor.h"
+#include "platform/Error.h"
 
 namespace brisel::editor {
 
@@ -48,8 +51,9 @@ void CLSEditor::nodeCreated(const std::string& key) {
 void CLSEditor::bindClass(const std::string& key, platform::DiagramNode& box) {
   const auto wrapper = make<repository::Class>();
   wrapper->Node(&box);
-  wrapper->clsObject(m_populating ? m_drawn.get()
-                                  : m_repository->MakeClass(kNewClass, key, "", "", "", "").get());
+  Ref<platform::Node> shown = std::exchange(m_drawn, nullptr);
+  if (!shown) shown = m_repository->MakeClass(kNewClass, key, "", "", "", "");
+  wrapper->clsObject(shown.get());
   box.setItem(kClassItem, wrapper.get());
   showCompartments(*wrapper);
 }
@@ -68,7 +72,9 @@ void CLSEditor::linkCreated(const std::string& key) {
 
 void CLSEditor::bindRelationship(const std::string& key, platform::DiagramLink& line) {
   const auto wrapper = make<repository::Association>();
-  wrapper->clsObject((m_populating ? m_drawn : makeRelationship(key, line)).get());
+  Ref<platform::Node> shown = std::exchange(m_drawn, nullptr);
+  if (!shown) shown = makeRelationship(key, line);
+  wrapper->clsObject(shown.get());
   wrapper->link(&line);
   line.setItem(kAssociationItem, wrapper.get());
   wrapper->Populate();
@@ -76,6 +82,11 @@ void CLSEditor::bindRelationship(const std::string& key, platform::DiagramLink& 
 
 Ref<platform::Node> CLSEditor::makeRelationship(const std::string& key,
                                                 const platform::DiagramLink& line) {
+  for (const Text kind : {types::kAssociation, types::kAggregation, types::kGeneralization}) {
+    if (!model().MetaNodes(kind)->find(key)) continue;
+    throw platform::Error(platform::ErrorNumber::duplicateKey,
+                          "There is a relationship under the key " + key + " already");
+  }
   const std::string source = line.source()->key();
   const std::string target = line.target()->key();
   if (m_kind == RelationshipKind::association) {

@@ -58,7 +58,6 @@ void CLSEditor::ensureConventions() {
 }
 
 void CLSEditor::drawModel() {
-  const Temporarily populating(m_populating, true);
   const Temporarily programmatic(m_programmatic, true);
   const CanvasUpdate update(*m_diagram);
   drawClasses();
@@ -69,16 +68,22 @@ void CLSEditor::drawModel() {
   restorePoints();
 }
 
+// The host is told of each box and line, and may delete others meanwhile: both walks are over a
+// copy, of which only what is still there is drawn.
+
 void CLSEditor::drawClasses() {
-  for (auto& shown : each<platform::Node>(model().MetaNodes(types::kClass)->extension())) {
-    if (!IsClassShown(shown)) continue;
+  const auto type = model().MetaNodes(types::kClass);
+  for (auto& shown : each<platform::Node>(type->extension()->copy())) {
+    if (type->find(shown.identifier()) != &shown || !IsClassShown(shown)) continue;
     const Temporarily drawn(m_drawn, Ref<platform::Node>(&shown));
     m_diagram->createNode(shown.identifier(), shown.name(), 0, 0, 3000, 2000, 2);
   }
 }
 
 void CLSEditor::drawRelationships(Text kind, Text sourceEnd, Text targetEnd) {
-  for (auto& relationship : each<platform::Node>(model().MetaNodes(kind)->extension())) {
+  const auto type = model().MetaNodes(kind);
+  for (auto& relationship : each<platform::Node>(type->extension()->copy())) {
+    if (type->find(relationship.identifier()) != &relationship) continue;
     const auto source = endOf(relationship, sourceEnd);
     const auto target = endOf(relationship, targetEnd);
     if (!source || !target) continue;

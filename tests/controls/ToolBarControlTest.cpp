@@ -18,7 +18,7 @@ class ToolBar : public testing::Test {
 };
 
 TEST_F(ToolBar, holdsTheStoredDesign) {
-  editor::addPopupBands(*bar);
+  editor::addPopupBands(*bar, [](std::string_view tool) { return tool == "miPopupEdit"; });
   std::string design;
   for (auto& band : each<Band>(bar->Bands())) {
     design += band.key() + "[" + band.caption() + "]";
@@ -36,6 +36,9 @@ TEST_F(ToolBar, holdsTheStoredDesign) {
             "tbMorphingClass[Morphing] miMorphClassSplit miMorphClassSplitSemantic "
             "miMorphExtractAttribute miMorphMerge\n"
             "tbCompartments[Compartments] miCompartmentsAttributes miCompartmentsOperations\n");
+  EXPECT_TRUE(bar->tool("miPopupEdit")->enabled());
+  EXPECT_TRUE(bar->tool("miPopupMorph")->enabled()) << "opens a band";
+  EXPECT_FALSE(bar->tool("miMorphMerge")->enabled()) << "has no command";
   for (const char* loose : {"miMorphing", "tbProperties", "miTest"}) {
     EXPECT_TRUE(bar->tool(loose)) << loose;
   }

@@ -30,6 +30,7 @@ TEST(FileFilter, readsAsQtWantsIt) {
 TEST(QtShell, popsUpTheBandsOfTheEditor) {
   const WindowBench bench;
   const auto bar = platform::as<controls::ToolBarControl>(bench.document->editor().ActiveBar21());
+  bar->enabled("miMorpToAss", true);
   QMenu menu;
   fillMenu(menu, *bar, "tbPopupAssoc");
   ASSERT_EQ(menu.actions().size(), 2);
