@@ -96,6 +96,27 @@ bool DiagramControl::createLink(std::string_view key, std::string_view text,
   return link->scene() != nullptr;
 }
 
+Node* DiagramControl::drawNode(const Rect& bounds) {
+  const Ref<DiagramControl> self(this);
+  const std::string key = newKey("");
+  if (key.empty() || !createNode(key, kNewNodeText, bounds.left, bounds.top, bounds.width,
+                                 bounds.height, Node::kClassBox)) {
+    return nullptr;
+  }
+  Node* node = m_scene.node(key);
+  if (node) selection().selectOnly(*node);
+  return m_scene.node(key);
+}
+
+Link* DiagramControl::drawLink(const Node& source, const Node& target) {
+  const Ref<DiagramControl> self(this);
+  const std::string key = newKey("");
+  if (key.empty() || !createLink(key, "", source.itemKey(), target.itemKey())) return nullptr;
+  Link* link = m_scene.link(key);
+  if (link) selection().selectOnly(*link);
+  return m_scene.link(key);
+}
+
 Ref<DiagramNode> DiagramControl::getNode(std::string_view key) { return m_scene.node(key); }
 
 Ref<DiagramLink> DiagramControl::getLink(std::string_view key) { return m_scene.link(key); }

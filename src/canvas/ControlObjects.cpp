@@ -12,7 +12,7 @@ using platform::MemberTableOf;
 void DiagramSettings::CanDrawLink(bool can) {
   if (can == m_canDrawLink) return;
   m_canDrawLink = can;
-  if (m_control) m_control->ModeChanged();
+  if (m_control) m_control->canDrawLinkChanged();
 }
 
 void DiagramSettings::Layout(std::string_view code) {

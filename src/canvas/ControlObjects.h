@@ -30,7 +30,7 @@ class DiagramSettings : public platform::Object {
   friend class DiagramControl;
 
   DiagramControl* m_control;
-  bool m_canDrawLink = true;
+  bool m_canDrawLink = false;
 };
 
 /// A tool-bar button as it was at the moment when it was asked for.

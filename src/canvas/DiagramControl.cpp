@@ -6,6 +6,7 @@
 
 #include "canvas/Arrange.h"
 #include "canvas/Interaction.h"
+#include "canvas/InteractionState.h"
 #include "canvas/Keyboard.h"
 #include "canvas/Memory.h"
 #include "canvas/Points.h"
@@ -181,14 +182,26 @@ void DiagramControl::SectionFont(std::string_view name, double size) {
 void DiagramControl::UUIDGenerator(Object* generator) { m_generator = generator; }
 
 void DiagramControl::setMode(PointerMode mode, bool canDrawLink) {
+  const Ref<DiagramControl> self(this);
   m_interaction->cancel();
   const bool changed = mode != m_mode;
   m_mode = mode;
   if (canDrawLink != m_settings->CanDrawLink()) {
     m_settings->CanDrawLink(canDrawLink);  // tells
   } else if (changed) {
-    ModeChanged();
+    tellMode();
   }
+}
+
+void DiagramControl::canDrawLinkChanged() {
+  const Ref<DiagramControl> self(this);
+  m_interaction->cancel();
+  tellMode();
+}
+
+void DiagramControl::tellMode() {
+  m_interaction->refresh();
+  ModeChanged();
 }
 
 void DiagramControl::SelectMode() { setMode(PointerMode::select, false); }
@@ -293,7 +306,9 @@ void DiagramControl::PointerMove(double x, double y) {
 void DiagramControl::PointerPress(double x, double y, std::string_view button,
                                   std::string_view modifiers) {
   const Ref<DiagramControl> self(this);
-  m_interaction->pointerPress({placeOf(x, y), buttonNamed(button), modifiersNamed(modifiers)});
+  const PointerEvent event{placeOf(x, y), buttonNamed(button), modifiersNamed(modifiers)};
+  Pressed();
+  m_interaction->pointerPress(event);
 }
 
 void DiagramControl::PointerRelease(double x, double y, std::string_view button,
@@ -304,7 +319,9 @@ void DiagramControl::PointerRelease(double x, double y, std::string_view button,
 
 void DiagramControl::PointerDoubleClick(double x, double y) {
   const Ref<DiagramControl> self(this);
-  m_interaction->pointerDoubleClick(placeOf(x, y));
+  const Point at = placeOf(x, y);
+  Pressed();
+  m_interaction->pointerDoubleClick(at);
 }
 
 void DiagramControl::PointerLeave() {
@@ -314,6 +331,7 @@ void DiagramControl::PointerLeave() {
 
 void DiagramControl::Wheel(double x, double y, double steps, std::string_view modifiers) {
   const Modifiers held = modifiersNamed(modifiers);
+  const Ref<DiagramControl> self(this);
   if (held.ctrl) {
     m_viewport.zoomTo(getZoom() * std::pow(kWheelZoomStep, std::clamp(steps, -100.0, 100.0)),
                       placeOf(x, y));
@@ -325,6 +343,7 @@ void DiagramControl::Wheel(double x, double y, double steps, std::string_view mo
 
 bool DiagramControl::KeyPress(std::string_view key, std::string_view modifiers) {
   const Ref<DiagramControl> self(this);
+  const Modifiers held = modifiersNamed(modifiers);
   if (key == "Space" || key == " ") {
     m_interaction->spaceHeld(true);
     return true;
@@ -333,12 +352,14 @@ bool DiagramControl::KeyPress(std::string_view key, std::string_view modifiers) 
     if (key == "Escape") m_interaction->cancel();
     return true;
   }
-  if (pressKey(*this, key, modifiersNamed(modifiers))) return true;
+  if (pressKey(*this, key, held)) return true;
   KeyReleased(std::string(key));
   return false;
 }
 
-void DiagramControl::KeyRelease(std::string_view key, std::string_view) {
+void DiagramControl::KeyRelease(std::string_view key, std::string_view modifiers) {
+  const Ref<DiagramControl> self(this);
+  static_cast<void>(modifiersNamed(modifiers));  // an error for unknown ones
   if (key == "Space" || key == " ") m_interaction->spaceHeld(false);
 }
 

@@ -189,6 +189,17 @@ class DiagramControl : public platform::DiagramControl {
   [[nodiscard]] bool canDrop(const Node& node, std::string_view tag, const Node* target) const;
   /// "CanDrawLink": a drag from the border of a box draws a link.
   [[nodiscard]] bool canDrawLink() const;
+  /// "CanDrawLink" was set: ends the gesture under way and tells.
+  void canDrawLinkChanged();
+  /// A press on empty canvas draws a node.
+  [[nodiscard]] bool createsNodes() const { return m_mode != PointerMode::select; }
+  [[nodiscard]] platform::Size newNodeSize() const { return m_newNodeSize; }
+  /// What the hand makes, as `createNode` and `createLink` do, under fresh keys; it is the only
+  /// selected item then. Nothing when it was refused, or taken away by who was told of it.
+  Node* drawNode(const platform::Rect& bounds);
+  Link* drawLink(const Node& source, const Node& target);
+  /// The title of a node drawn by hand.
+  static constexpr std::string_view kNewNodeText = "newClass";
   void windowHandle(std::int64_t handle) { m_handle = handle; }
 
   platform::Event<> CursorChanged;
@@ -201,6 +212,7 @@ class DiagramControl : public platform::DiagramControl {
   enum class PointerMode { select, clickCreate, drawCreate };
 
   void setMode(PointerMode mode, bool canDrawLink);
+  void tellMode();
   void runButton(std::string_view key);
   bool deleteItems(const std::vector<Item*>& items);
   /// Takes the items from the canvas, with the links of the nodes, then tells of each.

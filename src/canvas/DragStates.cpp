@@ -86,9 +86,7 @@ BendState::BendState(Interaction& owner, Link& link, std::size_t bend, bool isNe
   if (isNew) m_bends.insert(m_bends.begin() + static_cast<std::ptrdiff_t>(bend), start);
 }
 
-void BendState::enter() {
-  if (m_moved) move({m_owner.pointer(), PointerButton::left, {}});
-}
+void BendState::enter() { move({m_owner.pointer(), PointerButton::left, {}}); }
 
 void BendState::move(const PointerEvent& event) {
   const double threshold = m_owner.control().viewport().toTwips(kDragPixels);

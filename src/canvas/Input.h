@@ -16,9 +16,10 @@ struct Modifiers {
   friend constexpr bool operator==(const Modifiers&, const Modifiers&) = default;
 };
 
-/// "left", "middle" or "right"; empty stands for left, anything else is none.
+/// "left", "middle" or "right", in any case; empty stands for left. A CallError for another word.
 [[nodiscard]] PointerButton buttonNamed(std::string_view name);
-/// Words joined by "+" in any case: "ctrl+shift". Unknown words are passed over.
+/// "ctrl", "shift" and "alt" in any case, joined by "+"; empty for none. A CallError for another
+/// word.
 [[nodiscard]] Modifiers modifiersNamed(std::string_view names);
 
 /// How the pointer should look.

@@ -1,6 +1,7 @@
 #include "canvas/Interaction.h"
 
 #include "canvas/DiagramControl.h"
+#include "canvas/Offer.h"
 #include "canvas/SelectStates.h"
 
 namespace brisel::canvas {
@@ -18,82 +19,66 @@ class Interaction::Dispatch {
   Dispatch(const Dispatch&) = delete;
   Dispatch& operator=(const Dispatch&) = delete;
 
-  /// To be called last: tells a cursor that changed meanwhile.
+  /// To be called last: tells a cursor and a hint that changed meanwhile.
   void done() {
-    if (m_owner.m_depth > 1 || m_owner.m_shownCursor == m_owner.cursor()) return;
-    m_owner.m_shownCursor = m_owner.cursor();
-    m_owner.m_control.CursorChanged();
+    if (m_owner.m_depth > 1) return;
+    if (m_owner.m_shownCursor != m_owner.cursor()) {
+      m_owner.m_shownCursor = m_owner.cursor();
+      m_owner.m_control.CursorChanged();
+    }
+    const std::string hint = m_owner.m_state->hint();
+    if (m_owner.m_shownHint == hint) return;
+    m_owner.m_shownHint = hint;
+    m_owner.m_control.Hint(hint);
   }
 
  private:
   Interaction& m_owner;
 };
 
-namespace {
-
-CursorShape shapeOf(Handle handle) {
-  switch (handle) {
-    case Handle::topLeft:
-    case Handle::bottomRight:
-      return CursorShape::sizeNwSe;
-    case Handle::topRight:
-    case Handle::bottomLeft:
-      return CursorShape::sizeNeSw;
-    case Handle::top:
-    case Handle::bottom:
-      return CursorShape::sizeVertical;
-    case Handle::left:
-    case Handle::right:
-      return CursorShape::sizeHorizontal;
-  }
-  return CursorShape::arrow;
-}
-
-CursorShape shapeOver(const std::optional<Hit>& hit) {
-  if (!hit) return CursorShape::arrow;
-  if (hit->part == Hit::Part::handle) return shapeOf(hit->handle);
-  if (hit->part == Hit::Part::point) return CursorShape::pointing;
-  const bool selected = hit->node ? hit->node->isSelected() : hit->link->isSelected();
-  return selected ? CursorShape::move : CursorShape::arrow;
-}
-
-}  // namespace
-
 Interaction::Interaction(DiagramControl& control)
     : m_control(control), m_state(std::make_unique<IdleState>(*this)) {}
 
 Interaction::~Interaction() = default;
 
+void Interaction::pointerAt(Point at) {
+  m_pointer = at;
+  m_pointerInside = true;
+}
+
 void Interaction::pointerMove(Point at) {
   Dispatch dispatch(*this);
-  m_pointer = at;
+  pointerAt(at);
   m_state->move({at, PointerButton::none, {}});
   dispatch.done();
 }
 
 void Interaction::pointerPress(const PointerEvent& event) {
   Dispatch dispatch(*this);
-  m_pointer = event.at;
+  pointerAt(event.at);
+  m_made = nullptr;
   m_state->press(event);
   dispatch.done();
 }
 
 void Interaction::pointerRelease(const PointerEvent& event) {
   Dispatch dispatch(*this);
-  m_pointer = event.at;
+  pointerAt(event.at);
   m_state->release(event);
+  offerAfterGesture();
   dispatch.done();
 }
 
 void Interaction::pointerDoubleClick(Point at) {
   Dispatch dispatch(*this);
-  m_pointer = at;
+  pointerAt(at);
   m_state->doubleClick({at, PointerButton::left, {}});
   dispatch.done();
 }
 
 void Interaction::pointerLeave() {
   Dispatch dispatch(*this);
+  m_pointerInside = false;
   hover({});
   dispatch.done();
 }
@@ -110,6 +95,7 @@ bool Interaction::cancel() {
   InteractionState& state = *m_state;
   rest();  // first: what the undoing sets off finds no gesture any more
   state.cancel();
+  offerAfterGesture();
   dispatch.done();
   return true;
 }
@@ -137,7 +123,7 @@ void Interaction::change(std::unique_ptr<InteractionState> next) {
 void Interaction::rest() { change(std::make_unique<IdleState>(*this)); }
 
 void Interaction::hover(const std::optional<Hit>& hit) {
-  m_hoverCursor = shapeOver(hit);
+  offer(hit);
   const Ref<platform::DiagramItem> item = !hit        ? nullptr
                                           : hit->node ? Ref<platform::DiagramItem>(hit->node)
                                                       : hit->link;
@@ -147,6 +133,23 @@ void Interaction::hover(const std::optional<Hit>& hit) {
   m_hovered = item;
   m_hoveredIsLink = hit->link != nullptr;
   (m_hoveredIsLink ? m_control.LinkEnter : m_control.NodeEnter)(item->key());
+}
+
+void Interaction::offer(const std::optional<Hit>& hit) {
+  const Offer offer =
+      m_pointerInside ? offerAt(m_control, hit, m_pointer) : offerNowhere(m_control);
+  m_hoverCursor = cursorOf(offer);
+  m_hoverHint = hintOf(m_control, offer);
+}
+
+void Interaction::offerAfterGesture() {
+  if (!m_state->isGesture()) offer(m_pointerInside ? hitAt(m_pointer) : std::nullopt);
+}
+
+void Interaction::refresh() {
+  Dispatch dispatch(*this);
+  offerAfterGesture();
+  dispatch.done();
 }
 
 void Interaction::leaveHovered() {

@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <optional>
+#include <string>
 #include <vector>
 
 #include "canvas/HitTest.h"
@@ -35,6 +36,9 @@ class Interaction {
   /// The item leaves the canvas: a gesture that needs it ends.
   void forget(Item& item);
 
+  /// The mode is another: the pointer and the hint tell at once what a press does now.
+  void refresh();
+
   [[nodiscard]] CursorShape cursor() const;
   /// What the gesture shows over the items.
   void paint(Painter& painter, double scale) const { m_state->paint(painter, scale); }
@@ -48,15 +52,27 @@ class Interaction {
   void change(std::unique_ptr<InteractionState> next);
   /// Back to the state in which nothing is going on.
   void rest();
+  /// False once the state was left, by whatever it set off itself.
+  [[nodiscard]] bool isCurrent(const InteractionState& state) const {
+    return m_state.get() == &state;
+  }
+  /// A click just made the node: a double click is not meant for it.
+  void made(platform::Ref<Node> node) { m_made = std::move(node); }
+  [[nodiscard]] bool wasJustMade(const Node* node) const { return node && m_made == node; }
   /// What the pointer rests on; raises the events of entering and leaving when it is another.
   void hover(const std::optional<Hit>& hit);
   [[nodiscard]] CursorShape hoverCursor() const { return m_hoverCursor; }
+  [[nodiscard]] const std::string& hoverHint() const { return m_hoverHint; }
 
  private:
   /// Keeps states that ended alive until the outermost input was dealt with.
   class Dispatch;
 
+  void pointerAt(platform::Point at);
   void leaveHovered();
+  /// What a press would do where the pointer is.
+  void offer(const std::optional<Hit>& hit);
+  void offerAfterGesture();
 
   DiagramControl& m_control;
   std::unique_ptr<InteractionState> m_state;
@@ -65,7 +81,11 @@ class Interaction {
   bool m_hoveredIsLink = false;
   CursorShape m_hoverCursor = CursorShape::arrow;
   CursorShape m_shownCursor = CursorShape::arrow;
+  std::string m_hoverHint;
+  std::string m_shownHint;
+  platform::Ref<Node> m_made;
   platform::Point m_pointer;
+  bool m_pointerInside = false;
   bool m_spaceHeld = false;
   int m_depth = 0;
 };

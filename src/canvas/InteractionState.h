@@ -1,5 +1,6 @@
 #pragma once
 
+#include <string>
 #include <string_view>
 
 #include "canvas/Input.h"
@@ -44,6 +45,8 @@ class InteractionState {
   /// The gesture cannot go on without the item.
   [[nodiscard]] virtual bool needs(const Item&) const { return false; }
   [[nodiscard]] virtual CursorShape cursor() const { return CursorShape::arrow; }
+  /// What the gesture tells a status bar: what a release would do, or why it would not.
+  [[nodiscard]] virtual std::string hint() const { return {}; }
   /// Paints what the gesture shows over the items; the state itself tells Scene::damageOverlay what
   /// changes. `scale` is pixels a twip.
   virtual void paint(Painter&, double /*scale*/) const {}

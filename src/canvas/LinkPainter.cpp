@@ -39,18 +39,23 @@ Color LinkPainter::colorOf(const Link& link) const {
 }
 
 void LinkPainter::paintLine(const Link& link) {
-  const std::vector<Point>& points = link.points();
-  const Color color = colorOf(link);
-  m_painter.drawPolyline(points,
-                         {.color = color, .dashed = link.dashed(), .quick = m_detail.quickLines});
+  paintCourse(link.points(), {.beginArrow = link.beginArrow(),
+                              .endArrow = link.endArrow(),
+                              .dashed = link.dashed(),
+                              .color = colorOf(link)});
+}
+
+void LinkPainter::paintCourse(const std::vector<Point>& points, const Look& look) {
+  m_painter.drawPolyline(
+      points, {.color = look.color, .dashed = look.dashed, .quick = m_detail.quickLines});
   if (m_detail.pixels(kArrowLength) < Detail::kArrowPixels) return;
-  if (link.beginArrow() != 0) {
+  if (look.beginArrow != 0) {
     const Point tip = points.front();
-    paintArrow(link.beginArrow(), tip, directionOf(tip, points.begin(), points.end()), color);
+    paintArrow(look.beginArrow, tip, directionOf(tip, points.begin(), points.end()), look.color);
   }
-  if (link.endArrow() != 0) {
+  if (look.endArrow != 0) {
     const Point tip = points.back();
-    paintArrow(link.endArrow(), tip, directionOf(tip, points.rbegin(), points.rend()), color);
+    paintArrow(look.endArrow, tip, directionOf(tip, points.rbegin(), points.rend()), look.color);
   }
 }
 

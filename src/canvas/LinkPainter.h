@@ -2,6 +2,7 @@
 
 #include <span>
 #include <string_view>
+#include <vector>
 
 #include "canvas/Detail.h"
 #include "canvas/Painter.h"
@@ -18,6 +19,15 @@ class LinkPainter {
   LinkPainter(const Scene& scene, Painter& painter, const Detail& detail);
 
   void paintLine(const Link& link);
+  /// How a line looks, whatever its course.
+  struct Look {
+    int beginArrow = 0;
+    int endArrow = 0;
+    bool dashed = false;
+    Color color = 0;
+  };
+  /// At least two points.
+  void paintCourse(const std::vector<platform::Point>& points, const Look& look);
   void paintTexts(const Link& link);
 
  private:

@@ -42,6 +42,8 @@ inline constexpr double kLoopSize = 450;         ///< how far a line to its own 
 inline constexpr double kGridStep = 150;    ///< of a nudge by an arrow key
 inline constexpr double kHandlePixels = 7;  ///< side of a selection handle, at every zoom
 inline constexpr double kHitPixels = 4;     ///< how far beside a line a hit still counts
+/// Where lines are drawn, a box's border is this wide for the hand, inside and outside alike.
+inline constexpr double kBorderPixels = 6;
 inline constexpr double kDragPixels = 3;    ///< how far the pointer goes before a drag begins
 inline constexpr double kWheelPixels = 60;  ///< scrolled by one step of the wheel
 

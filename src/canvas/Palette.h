@@ -19,6 +19,9 @@ inline constexpr Color kFarLine = 0xFF8791A0;
 inline constexpr Color kSelected = 0xFF1668C7;
 inline constexpr Color kHandle = 0xFFFFFFFF;
 inline constexpr Color kRubberBand = 0x281668C7;
+inline constexpr Color kAllowedFill = 0x201668C7;  ///< over a box that a line may end at
+inline constexpr Color kRefused = 0xFFC0392B;
+inline constexpr Color kRefusedFill = 0x20C0392B;
 inline constexpr Color kGrid = 0xFFEEF0F3;
 
 /// The colour of a value in the platform's numbering: red in the lowest byte, or a system colour.

@@ -4,7 +4,10 @@
 
 #include "canvas/DiagramControl.h"
 #include "canvas/DragStates.h"
+#include "canvas/DrawStates.h"
 #include "canvas/Interaction.h"
+#include "canvas/Offer.h"
+#include "canvas/ReconnectState.h"
 
 namespace brisel::canvas {
 
@@ -24,6 +27,10 @@ std::optional<std::size_t> bendOf(const Hit& hit) {
   return bend;
 }
 
+bool extendsSelection(const PointerEvent& event) {
+  return event.modifiers.ctrl || event.modifiers.shift;
+}
+
 }  // namespace
 
 void IdleState::press(const PointerEvent& event) {
@@ -41,25 +48,46 @@ void IdleState::press(const PointerEvent& event) {
 
 void IdleState::pressLeft(const PointerEvent& event) {
   const auto hit = m_owner.hitAt(event.at);
+  if (pressToDraw(event, hit)) return;
   if (!hit) {
     m_owner.change(std::make_unique<RubberBandState>(m_owner, event));
   } else if (hit->part == Hit::Part::handle) {
     m_owner.change(std::make_unique<ResizeState>(m_owner, *hit->node, hit->handle, event.at));
-  } else if (const auto bend = bendOf(*hit)) {
-    m_owner.change(std::make_unique<BendState>(m_owner, *hit->link, *bend, false, event.at));
   } else {
     m_owner.change(std::make_unique<PressedState>(m_owner, *hit, event));
   }
+}
+
+bool IdleState::pressToDraw(const PointerEvent& event, const std::optional<Hit>& hit) {
+  if (extendsSelection(event)) return false;
+  const Offer offer = offerAt(m_owner.control(), hit, event.at);
+  if (offer.kind == Offer::Kind::drawNode) {
+    m_owner.change(std::make_unique<DrawNodeState>(m_owner, event.at));
+  } else if (offer.kind == Offer::Kind::drawLink) {
+    m_owner.change(std::make_unique<PressedState>(m_owner, *offer.hit, event));
+  } else {
+    return false;
+  }
+  return true;
 }
 
 void IdleState::move(const PointerEvent& event) { m_owner.hover(m_owner.hitAt(event.at)); }
 
 void IdleState::doubleClick(const PointerEvent& event) {
   const auto hit = m_owner.hitAt(event.at);
-  if (!hit) return;
+  if (!hit || m_owner.wasJustMade(hit->node)) return;
   const auto bend = bendOf(*hit);
-  if (bend && *bend < hit->link->bends().size()) hit->link->removeBend(*bend);
+  DiagramControl& control = m_owner.control();
+  if (bend && *bend < hit->link->bends().size()) {
+    hit->link->removeBend(*bend);
+  } else if (hit->link) {
+    control.LinkOpened(hit->link->key());
+  } else {
+    control.NodeOpened(hit->node->key());
+  }
 }
+
+std::string IdleState::hint() const { return m_owner.hoverHint(); }
 
 CursorShape IdleState::cursor() const {
   return m_owner.isSpaceHeld() ? CursorShape::openHand : m_owner.hoverCursor();
@@ -76,7 +104,7 @@ PressedState::PressedState(Interaction& owner, const Hit& hit, const PointerEven
 
 void PressedState::enter() {
   DiagramControl& control = m_owner.control();
-  const bool extends = m_start.modifiers.ctrl || m_start.modifiers.shift;
+  const bool extends = extendsSelection(m_start);
   if (!m_wasSelected && extends && m_start.button == PointerButton::left) {
     control.selection().select(*m_item, true);
   } else if (!m_wasSelected) {
@@ -95,6 +123,7 @@ void PressedState::move(const PointerEvent& event) {
 }
 
 void PressedState::drag() {
+  if (dragOfLine()) return;
   DiagramControl& control = m_owner.control();
   const bool alone = control.selection().size() == 1;
   if (m_hit.link && alone) {
@@ -107,6 +136,21 @@ void PressedState::drag() {
   }
   if (control.selection().nodes().empty()) return;
   m_owner.change(std::make_unique<MoveState>(m_owner, m_start.at, m_before));
+}
+
+bool PressedState::dragOfLine() {
+  const bool onPoint = m_hit.part == Hit::Part::point;
+  if (const auto bend = onPoint ? bendOf(m_hit) : std::nullopt) {
+    m_owner.change(std::make_unique<BendState>(m_owner, *m_hit.link, *bend, false, m_start.at));
+  } else if (onPoint) {
+    m_owner.change(std::make_unique<ReconnectState>(m_owner, *m_hit.link, m_hit.index == 0));
+  } else if (m_hit.node && m_owner.control().canDrawLink() && !extendsSelection(m_start) &&
+             borderAt(m_owner.control(), m_start.at) == m_hit.node) {
+    m_owner.change(std::make_unique<DrawLinkState>(m_owner, *m_hit.node, m_start.at, m_before));
+  } else {
+    return false;
+  }
+  return true;
 }
 
 void PressedState::release(const PointerEvent& event) {
@@ -123,7 +167,7 @@ void PressedState::click() {
     (isLink ? control.LinkRClicked : control.NodeRClicked)(key);
     return;
   }
-  if (m_start.modifiers.ctrl || m_start.modifiers.shift) {
+  if (extendsSelection(m_start)) {
     if (m_wasSelected) control.selection().select(*m_item, false);
   } else {
     control.selection().selectOnly(*m_item);

@@ -16,9 +16,12 @@ class IdleState : public InteractionState {
   void doubleClick(const PointerEvent& event) override;
   [[nodiscard]] bool isGesture() const override { return false; }
   [[nodiscard]] CursorShape cursor() const override;
+  [[nodiscard]] std::string hint() const override;
 
  private:
   void pressLeft(const PointerEvent& event);
+  /// A press on the offer began a node, or may become a link.
+  bool pressToDraw(const PointerEvent& event, const std::optional<Hit>& hit);
 };
 
 /// A button is down on an item: its release is a click, moving on begins a drag.
@@ -35,6 +38,8 @@ class PressedState : public InteractionState {
 
  private:
   void drag();
+  /// The drag begins with the end of a line, one of its bends, or with a new line: it is done.
+  bool dragOfLine();
   void click();
 
   Hit m_hit;

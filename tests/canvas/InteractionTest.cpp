@@ -6,8 +6,7 @@
 
 #include "canvas/DiagramControl.h"
 #include "support/CanvasChecks.h"
-#include "support/DiagramBuilder.h"
-#include "support/RecordingPainter.h"
+#include "support/CanvasHand.h"
 
 namespace brisel::canvas {
 namespace {
@@ -16,11 +15,11 @@ using platform::Object;
 using platform::Point;
 using platform::Rect;
 using platform::Value;
+using test::CanvasHand;
 using test::checkInvariants;
 using test::describe;
-using test::DiagramBuilder;
 
-class InteractionTest : public testing::Test, protected DiagramBuilder {
+class InteractionTest : public testing::Test, protected CanvasHand {
  protected:
   InteractionTest()
       : a(box("a", "Alpha", 0, 0, {"+x:int", "+y:int"}, {"+f()"})),
@@ -29,47 +28,9 @@ class InteractionTest : public testing::Test, protected DiagramBuilder {
     a.Section(0)->clearRows();
     a.Section(0)->addRow("+x:int", "STRING", "id-x");
     a.Section(0)->addRow("+y:int", "STRING", "id-y");
-    using Named = std::pair<const platform::Event<std::string>*, const char*>;
-    for (const auto& [event, name] :
-         {Named{&control->NodeMoved, "moved"}, Named{&control->NodeResized, "resized"},
-          Named{&control->NodePressed, "pressed"}, Named{&control->NodeClicked, "clicked"},
-          Named{&control->NodeRClicked, "rclicked"}, Named{&control->LinkClicked, "clicked"},
-          Named{&control->LinkRClicked, "rclicked"}, Named{&control->NodeEnter, "enter"},
-          Named{&control->NodeLeave, "leave"}, Named{&control->LinkEnter, "enter"},
-          Named{&control->LinkLeave, "leave"}, Named{&control->KeyReleased, "key"}}) {
-      listening.push_back(event->connect([this, name = std::string(name)](const std::string& key) {
-        told += name + ':' + key + ' ';
-      }));
-    }
   }
   ~InteractionTest() override { EXPECT_EQ(checkInvariants(*control), ""); }
 
-  void press(Point at, const char* modifiers = "", const char* button = "left") {
-    control->PointerPress(at.x, at.y, button, modifiers);
-  }
-  void move(Point at) { control->PointerMove(at.x, at.y); }
-  void release(Point at, const char* modifiers = "", const char* button = "left") {
-    control->PointerRelease(at.x, at.y, button, modifiers);
-  }
-  void click(Point at, const char* modifiers = "", const char* button = "left") {
-    press(at, modifiers, button);
-    release(at, modifiers, button);
-  }
-  void drag(Point from, Point to) {
-    press(from);
-    move((from + to) * 0.5);
-    release(to);
-  }
-  bool showsGesture() const {
-    test::RecordingPainter painter;
-    control->paintGesture(painter, 1.0 / 15);
-    return !painter.frames.empty();
-  }
-  std::string selected() const {
-    std::string keys;
-    for (const Item* item : control->selection().selectedItems()) keys += item->itemKey();
-    return keys;
-  }
   std::string hit(Point at) {
     const auto found = control->HitTest(at.x, at.y);
     if (!found) return "nothing";
@@ -84,8 +45,6 @@ class InteractionTest : public testing::Test, protected DiagramBuilder {
   Node& a;
   Node& b;
   Link& l;
-  std::vector<platform::Connection> listening;
-  std::string told;
 };
 
 TEST_F(InteractionTest, hitTestTellsPartAndTag) {
@@ -246,10 +205,17 @@ TEST_F(InteractionTest, theWheelScrollsAndZoomsAtThePointer) {
 TEST_F(InteractionTest, keysMoveSelectAndZoom) {
   EXPECT_TRUE(control->KeyPress("Tab", ""));
   EXPECT_EQ(selected(), "a");
-  control->KeyPress("Right", "");
-  control->KeyPress("Down", "shift");
+  control->KeyPress("Right", "shift");
+  control->KeyPress("Up", "");
   EXPECT_EQ(a.bounds().left, kGridStep);
-  EXPECT_TRUE(a.top() > 0 && a.top() < kGridStep) << "finer with shift";
+  EXPECT_EQ(a.top(), -platform::kTwipsPerPixel) << "finer without shift";
+  told.clear();
+  for (const char* key : {"Tab", "Tab"}) control->KeyPress(key, "");
+  EXPECT_EQ(selected(), "l") << "lines after boxes";
+  EXPECT_FALSE(control->KeyPress("Tab", "")) << "behind the last the focus goes on";
+  control->KeyPress("Tab", "shift");
+  EXPECT_EQ(selected(), "b");
+  EXPECT_EQ(told, "key:Tab ");
   control->KeyPress("a", "ctrl");
   EXPECT_EQ(selected(), "abl");
   EXPECT_TRUE(control->KeyPress("Escape", ""));

@@ -86,7 +86,7 @@ class Walker {
     return kAll[static_cast<std::size_t>(below(kAll.size()))];
   }
   std::string button() {
-    static constexpr std::array kAll = {"left", "left", "left", "middle", "right", "none"};
+    static constexpr std::array kAll = {"left", "left", "left", "", "middle", "right"};
     return kAll[static_cast<std::size_t>(below(kAll.size()))];
   }
 
