@@ -41,7 +41,7 @@ class AutomaticShell : public platform::Shell {
   /// Runs a form modally: shows it by its property "Visible", takes the steps that are queued, and
   /// closes it by its "Cancel" button, or else hides it, when they left it open. A step that fails
   /// is the last one.
-  void runForm(std::string_view name, platform::Object& form);
+  void runForm(std::string_view name, platform::Object& form) override;
 
   /// A dialog was answered. "message" with title, text, buttons, answer; "dialog" with kind
   /// ("open", "save", "form"), name, object (the form), answer, and error where a step failed.

@@ -39,6 +39,10 @@ class Shell : public Object {
   /// Pops the band up at the mouse. The choice comes back as a click on the tool-bar control,
   /// inside the call or later.
   virtual void showPopup(ToolBarControl& toolBar, std::string_view band) = 0;
+  /// Shows a form by its class's name ("frmAssociation") modally: until its property "Visible" is
+  /// false. One that the person closes by its window's button is cancelled: its "Cancel" is
+  /// clicked.
+  virtual void runForm(std::string_view name, Object& form) = 0;
   /// Puts a picture on the clipboard, by MIME type ("image/svg+xml", "image/png", "text/plain").
   virtual void copy(const std::vector<std::pair<std::string, std::string>>& byKind) = 0;
 };
