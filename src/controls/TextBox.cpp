@@ -29,10 +29,8 @@ void TextBox::Text(std::string_view text) {
   Changed();
 }
 
-void TextBox::Visible(bool visible) {
-  if (m_visible == visible) return;
-  m_visible = visible;
-  Changed();
+void TextBox::SetText(std::string_view text) {
+  if (Enabled()) Text(text);
 }
 
 std::int64_t TextBox::length() const {
@@ -68,9 +66,8 @@ void TextBox::KeyPress(std::string_view key, std::string_view) { KeyPressed(std:
 const platform::MemberTable& TextBox::memberTable() const {
   using T = TextBox;
   static const platform::MemberTable kTable =
-      platform::MemberTableOf<T>()
+      platform::MemberTableOf<T>(Control::memberTable())
           .property("Text", &T::Text, &T::Text)
-          .property("Visible", &T::Visible, &T::Visible)
           .property("Tag", &T::Tag, &T::Tag)
           .property("SelStart", &T::SelStart, &T::SelStart)
           .property("SelLength", &T::SelLength, &T::SelLength)

@@ -4,21 +4,18 @@
 #include <string>
 #include <string_view>
 
-#include "platform/Event.h"
+#include "controls/Control.h"
 #include "platform/Geometry.h"
-#include "platform/Object.h"
 
 namespace brisel::controls {
 
-/// A line of text that a person edits: the text, what of it is selected, whether it is shown, and
-/// where. A view shows it as it says and tells it what is typed.
-class TextBox : public platform::Object {
+/// A line of text that a person edits: the text, what of it is selected, and where it stands. Changed
+/// tells of text, selection, font and place too.
+class TextBox : public Control {
  public:
   [[nodiscard]] std::string Text() const { return m_text; }
   /// Line breaks become spaces. Nothing is selected afterwards.
   void Text(std::string_view text);
-  [[nodiscard]] bool Visible() const { return m_visible; }
-  void Visible(bool visible);
   /// Free for the owner's use.
   [[nodiscard]] std::string Tag() const { return m_tag; }
   void Tag(std::string_view tag) { m_tag = tag; }
@@ -44,13 +41,12 @@ class TextBox : public platform::Object {
 
   // What a person does.
   /// Types over all that is there.
-  void SetText(std::string_view text) { Text(text); }
+  void SetText(std::string_view text);
   /// A key that does not change the text, by name: "Return", "Escape".
   void KeyPress(std::string_view key, std::string_view modifiers);
   /// The keyboard went elsewhere.
   void LeaveFocus() { FocusLost(); }
 
-  platform::Event<> Changed;  ///< text, selection, font, place or visibility
   platform::Event<> FocusAsked;
   platform::Event<> FocusLost;
   platform::Event<std::string> KeyPressed;
@@ -66,7 +62,6 @@ class TextBox : public platform::Object {
   std::int64_t m_selLength = 0;
   double m_fontSize = 10;
   platform::Rect m_area;
-  bool m_visible = true;
 };
 
 }  // namespace brisel::controls
