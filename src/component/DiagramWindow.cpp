@@ -34,6 +34,7 @@ constexpr std::array kEditorMembers = {
     Forwarded{"CreateGeneralization", 5},
     Forwarded{"CreateMode", 0},
     Forwarded{"DeleteClass", 1},
+    Forwarded{"EditAssociation", 1},
     Forwarded{"EditClass", 1},
     Forwarded{"ShowCompartments", 3},
     Forwarded{"SizeToFit", 1},

@@ -5,7 +5,9 @@
 #include "component/HostObject.h"
 #include "controls/components.h"
 #include "editor/CLSEditor.h"
+#include "editors/CLSAssociationControl.h"
 #include "editors/CLSClassControl.h"
+#include "editors/CLSSelectStereotype.h"
 #include "interchange/components.h"
 #include "repository/CLSRepository.h"
 #include "store/components.h"
@@ -27,7 +29,12 @@ void registerSuite(ComponentRegistry& registry) {
   registry.add("BriselCLS.DiagramWindow",
                [](ComponentRegistry& made) { return make<DiagramWindow>(made); });
   registry.add("BriselCLS.CLSClassControl",
-               [](ComponentRegistry&) { return make<editors::CLSClassControl>(); });
+               [](ComponentRegistry& made) { return make<editors::CLSClassControl>(made); });
+  registry.add("BriselCLS.CLSAssociationControl", [](ComponentRegistry& made) {
+    return make<editors::CLSAssociationControl>(made);
+  });
+  registry.add("BriselCLS.CLSSelectStereotype",
+               [](ComponentRegistry&) { return make<editors::CLSSelectStereotype>(); });
   registry.add("Brisel.HostObject", [](ComponentRegistry&) { return make<HostObject>(); });
 }
 

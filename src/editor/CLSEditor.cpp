@@ -14,7 +14,7 @@ CLSEditor::CLSEditor(platform::ComponentRegistry& registry)
       m_diagram(registry.create<platform::DiagramControl>("BriselDiagram.diagramControl")),
       m_activeBar(registry.create<platform::ToolBarControl>("BriselControls.ActiveBar")),
       m_className(platform::make<controls::TextBox>()),
-      m_classControl(platform::make<editors::CLSClassControl>()),
+      m_classControl(platform::make<editors::CLSClassControl>(registry)),
       m_view(registry) {
   trap("UserControl_Initialize", [this] { initialize(); });
 }
@@ -81,8 +81,12 @@ void CLSEditor::connectCanvas() {
   answer(m_activeBar->BandClosed, "BandClosed", &CLSEditor::bandClosed);
   answer(m_className->KeyPressed, "ClassName_KeyPress", &CLSEditor::nameKeyPressed);
   answer(m_className->FocusLost, "ClassName_LostFocus", &CLSEditor::CommitClassName);
-  const auto opened = [this](const std::string& key) { EditClass(key); };
-  m_connections.push_back(m_diagram->NodeOpened.connect(opened));
+  answer(m_classControl->Edited, "ClassEdited", &CLSEditor::paneEdited);
+  answer(m_classControl->Gone, "ClassGone", &CLSEditor::closePane);
+  m_connections.push_back(
+      m_diagram->NodeOpened.connect([this](const std::string& key) { EditClass(key); }));
+  m_connections.push_back(
+      m_diagram->LinkOpened.connect([this](const std::string& key) { EditAssociation(key); }));
   const auto dropped = [this](const std::string&, const std::string& tag, double x, double y) {
     trap("ItemDropped", [&] { memberDropped(tag, {x, y}); });
   };
@@ -155,6 +159,10 @@ void CLSEditor::removeFromHost() {
 void CLSEditor::Path(Text path) {
   m_path = path;
   m_classControl->Path(path);
+}
+
+void CLSEditor::paneEdited() {
+  if (const auto edited = m_classControl->Class()) ClassChanged(edited->clsObject()->identifier());
 }
 
 void CLSEditor::UUIDGenerator(platform::Object* generator) {

@@ -12,6 +12,7 @@
 #include "editor/ModelWatch.h"
 #include "editor/ViewSettings.h"
 #include "editors/CLSClassControl.h"
+#include "editors/frmAssociation.h"
 #include "platform/ComponentRegistry.h"
 #include "platform/Diagram.h"
 #include "platform/ErrorTrap.h"
@@ -95,6 +96,10 @@ class CLSEditor : public platform::Object {
   void ShowPopupMenu(Text what);
   /// Opens the class pane beside the class's box.
   void EditClass(Text key);
+  /// Opens the relationship's dialog and waits until it is closed.
+  void EditAssociation(Text key);
+  /// Opens the dialog of the model's stereotypes and waits until it is closed.
+  void EditStereotypes();
   /// On the class whose key is in the tool-bar control's `Tag`: 1 shows its attributes and
   /// operations, 2 folds the box to its title; another number does nothing.
   void PropertyNode(std::int64_t no);
@@ -216,6 +221,7 @@ class CLSEditor : public platform::Object {
   void helpButton(const std::string& key);
   void openButton(const std::string& key);
   void saveButton(const std::string& key);
+  void stereotypesButton(const std::string& key);
   void compartmentButton(const std::string& key);
   void relationshipButton(const std::string& key);
   void alignButton(const std::string& key);
@@ -232,6 +238,9 @@ class CLSEditor : public platform::Object {
   // The class pane.
   void ShowClassProperties(Text key);
   void showInPane(repository::Class& shown);
+  void finishPane();
+  void paneEdited();
+  void refreshStereotypes();
   void closePane();
   void PlaceClassEditor();
   void bandShown(const std::string& band);
@@ -243,6 +252,7 @@ class CLSEditor : public platform::Object {
   [[nodiscard]] static const ToolRow* toolRow(Text tool);
   void toolClicked(const std::string& tool);
   void editTool(Text key, const ToolRow& row);
+  void editAssociationTool(Text key, const ToolRow& row);
   void propertiesTool(Text key, const ToolRow& row);
   void sizeToFitTool(Text key, const ToolRow& row);
   void compartmentTool(Text key, const ToolRow& row);
@@ -267,6 +277,7 @@ class CLSEditor : public platform::Object {
   platform::Ref<platform::ToolBarControl> m_activeBar;
   platform::Ref<controls::TextBox> m_className;
   platform::Ref<editors::CLSClassControl> m_classControl;
+  platform::Ref<editors::frmAssociation> m_association;  ///< made when it is first needed
   platform::Ref<repository::CLSRepository> m_repository;
   ObjectRef m_generator;
   ViewSettings m_view;

@@ -37,6 +37,8 @@ const platform::MemberTable& CLSEditor::memberTable() const {
           .method("DeleteClass", &E::DeleteClass)
           .method("ShowPopupMenu", &E::ShowPopupMenu)
           .method("EditClass", &E::EditClass)
+          .method("EditAssociation", &E::EditAssociation)
+          .method("EditStereotypes", &E::EditStereotypes)
           .method("PropertyNode", &E::PropertyNode)
           .method("Compartments", &E::Compartments)
           .method("ShowCompartments", &E::ShowCompartments)

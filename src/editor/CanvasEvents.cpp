@@ -67,6 +67,7 @@ void CLSEditor::linkCreated(const std::string& key) {
     m_diagram->deleteLink(key);
     throw;
   }
+  if (!m_programmatic) EditAssociation(key);
   AssocCreated(key);
 }
 

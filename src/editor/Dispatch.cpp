@@ -56,6 +56,7 @@ void CLSEditor::dispatchButton(const std::string& key) {
       Row{"AlignBottom", &CLSEditor::alignButton},
       Row{"AlignLeft", &CLSEditor::alignButton},
       Row{"AlignRight", &CLSEditor::alignButton},
+      Row{"Stereotypes", &CLSEditor::stereotypesButton},
   };
   for (const Row& row : kRows) {
     if (row.key == key) return (this->*row.command)(key);
@@ -66,6 +67,8 @@ void CLSEditor::dispatchButton(const std::string& key) {
 void CLSEditor::helpButton(const std::string&) { Help(); }
 void CLSEditor::openButton(const std::string&) { OpenDiagram(); }
 void CLSEditor::saveButton(const std::string&) { SaveDiagram(); }
+
+void CLSEditor::stereotypesButton(const std::string&) { EditStereotypes(); }
 
 void CLSEditor::compartmentButton(const std::string& key) {
   Compartments(key);
@@ -138,6 +141,7 @@ const CLSEditor::ToolRow* CLSEditor::toolRow(Text tool) {
       ToolRow{"miPopupEdit", &E::editTool},
       ToolRow{"miPopupProperties", &E::propertiesTool},
       ToolRow{"miPopupSizeToFit", &E::sizeToFitTool},
+      ToolRow{"miPopupAssocEdit", &E::editAssociationTool},
       ToolRow{"miCompartmentsAttributes", &E::compartmentTool, "Attributes"},
       ToolRow{"miCompartmentsOperations", &E::compartmentTool, "Operations"},
       ToolRow{"Divide", &E::propertyNodeTool, {}, 1},
@@ -157,6 +161,7 @@ void CLSEditor::toolClicked(const std::string& tool) {
 }
 
 void CLSEditor::editTool(Text key, const ToolRow&) { EditClass(key); }
+void CLSEditor::editAssociationTool(Text key, const ToolRow&) { EditAssociation(key); }
 void CLSEditor::propertiesTool(Text key, const ToolRow&) { ShowClassProperties(key); }
 void CLSEditor::sizeToFitTool(Text key, const ToolRow&) { SizeToFit(key); }
 void CLSEditor::propertyNodeTool(Text, const ToolRow& row) { PropertyNode(row.number); }

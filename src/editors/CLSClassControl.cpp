@@ -1,19 +1,97 @@
 #include "editors/CLSClassControl.h"
 
-#include "platform/MemberTableOf.h"
+#include <array>
+
+#include "controls/Row.h"
+#include "platform/ErrorTrap.h"
 
 namespace brisel::editors {
 
-void CLSClassControl::Finish() {
-  m_class = nullptr;
-  m_node = nullptr;
-  Changed();
+using controls::ControlArray;
+using controls::Panel;
+using controls::ToolBarControl;
+using platform::Change;
+using platform::make;
+
+namespace {
+
+using Text = std::string_view;
+
+constexpr std::array<Text, 3> kTabs = {"Class", "Attributes", "Operations"};
+constexpr Text kOperationsTab = "Operations";
+
+struct ToolRow {
+  Text key, caption;
+};
+constexpr std::array kAttributeTools = {ToolRow{"miAttrNew", "New Attribute"},
+                                        ToolRow{"miAttrAdd", "Add Attribute"},
+                                        ToolRow{"miAttrDelete", "Delete Attribute"}};
+constexpr std::array kOperationTools = {ToolRow{"miOperationNew", "New Operation"},
+                                        ToolRow{"miOperationAdd", "Add Operation"},
+                                        ToolRow{"miOperationDelete", "Delete Operation"},
+                                        ToolRow{"miOperationParameters", "Edit Parameters"}};
+constexpr std::array kParameterTools = {
+    ToolRow{"miParameterNew", "New Parameter"}, ToolRow{"miParameterAdd", "Add Parameter"},
+    ToolRow{"miParameterDelete", "Delete Parameter"}, ToolRow{"miParameterOk", "&Ok"}};
+
+template <std::size_t N>
+void fill(ToolBarControl& bar, Text band, const std::array<ToolRow, N>& tools) {
+  bar.addBand(band, band);
+  for (const ToolRow& tool : tools) bar.addTool(band, tool.key, tool.caption, "");
 }
 
-void CLSClassControl::Visible(bool visible) {
-  if (m_visible == visible) return;
-  m_visible = visible;
-  Changed();
+}  // namespace
+
+template <class Body>
+void CLSClassControl::trap(Text procedure, Body&& body) {
+  platform::trapped(m_registry.shell(), "CLSClassControl", procedure, std::forward<Body>(body));
+}
+
+CLSClassControl::CLSClassControl(platform::ComponentRegistry& registry)
+    : m_registry(registry),
+      m_attributeTools(make<ToolBarControl>(registry)),
+      m_operationTools(make<ToolBarControl>(registry)),
+      m_parameterTools(make<ToolBarControl>(registry)),
+      m_panels(make<ControlArray>(std::vector<Ref<Object>>{
+          make<Panel>(kTabs[0]), make<Panel>(kTabs[1]), make<Panel>(kTabs[2])})) {
+  addTools();
+  for (const Text key : kTabs) m_tabs->add(key, key);
+  m_parameterPanel->Visible(false);
+  m_memberPanel->Visible(false);
+  connect();
+  showTab();
+}
+
+CLSClassControl::~CLSClassControl() = default;
+
+void CLSClassControl::addTools() {
+  fill(*m_attributeTools, "tbAttributes", kAttributeTools);
+  fill(*m_operationTools, "tbOperations", kOperationTools);
+  fill(*m_parameterTools, "tbParameters", kParameterTools);
+}
+
+void CLSClassControl::connect() {
+  const auto on = [this](auto& event, Text procedure, auto handler) {
+    m_listening.push_back(event.connect([this, procedure, handler](auto&&... arguments) {
+      trap(procedure, [&] { handler(arguments...); });
+    }));
+  };
+  for (const auto& tools : {m_attributeTools, m_operationTools, m_parameterTools}) {
+    on(tools->ToolClick, "ToolClick", [this](const std::string& tool) { toolClicked(tool); });
+  }
+  for (MemberPanel* panel : {&m_attributes, &m_operations, &m_parameters}) {
+    on(panel->Edited, "Edited", [this] { memberEdited(); });
+    on(panel->list->RowOpened, "RowOpened",
+       [this, panel](platform::Link& row) { openProperties(row, *panel); });
+  }
+  on(m_tabs->SelectionChanged, "TabStrip1_Click", [this] { showTab(); });
+  on(m_memberOk->Clicked, "PropertyOk_Click", [this] { closeProperties(); });
+}
+
+void CLSClassControl::Path(Text path) {
+  m_path = path;
+  m_classGrid->Path(path);
+  m_memberGrid->Path(path);
 }
 
 void CLSClassControl::area(const platform::Rect& area) {
@@ -22,26 +100,180 @@ void CLSClassControl::area(const platform::Rect& area) {
   Changed();
 }
 
-const platform::MemberTable& CLSClassControl::memberTable() const {
-  using C = CLSClassControl;
-  static const platform::MemberTable kTable =
-      platform::MemberTableOf<C>()
-          .property("Path", &C::Path, &C::Path)
-          .property<platform::Ref<repository::Class>, repository::Class*>("Class", &C::Class,
-                                                                          &C::Class)
-          .property<platform::Ref<repository::CLSRepository>, repository::CLSRepository*>(
-              "Repository", &C::Repository, &C::Repository)
-          .property<platform::Ref<platform::DiagramNode>, platform::DiagramNode*>("Node", &C::Node,
-                                                                                  &C::Node)
-          .method("Prepare", &C::Prepare)
-          .method("StartEdit", &C::StartEdit)
-          .property("Visible", &C::Visible, &C::Visible)
-          .property("Left", &C::Left)
-          .property("Top", &C::Top)
-          .property("Width", &C::Width)
-          .property("Height", &C::Height)
-          .build();
-  return kTable;
+platform::Ref<platform::DiagramNode> CLSClassControl::Node() const {
+  return m_class ? m_class->Node() : Ref<platform::DiagramNode>();
+}
+
+platform::Node* CLSClassControl::node() const {
+  return m_class ? m_class->clsObject().get() : nullptr;
+}
+
+void CLSClassControl::Prepare() {
+  trap("Prepare", [this] {
+    if (m_class) prepare();
+  });
+}
+
+void CLSClassControl::prepare() {
+  const Ref<platform::Node> shown = m_class->clsObject();
+  const auto model = m_repository->GetRepository();
+  for (MemberPanel* panel : {&m_attributes, &m_operations, &m_parameters}) {
+    panel->prepare(*m_repository, m_registry.installationFolder());
+  }
+  m_attributes.show(shown.get());
+  m_operations.show(shown.get());
+  m_parameters.show(nullptr);
+  m_memberGrid->initialize();
+  m_classGrid->initialize();
+  m_classGrid->owner(shown->Parent().get());
+  m_classGrid->load();
+  m_classGrid->node(shown.get());
+  m_tabs->select(kTabs[0]);
+  showTab();
+  Ref<platform::Link> link;
+  m_stereotype->show(*model, m_repository->GetStereotype(*shown, link).get());
+  m_following = model->onChange([this](const Change& change) { follow(change); });
+  Changed();
+}
+
+void CLSClassControl::Finish(platform::DiagramControl* diagram) {
+  trap("Finish", [&] {
+    if (m_class) finish(diagram);
+  });
+}
+
+void CLSClassControl::finish(platform::DiagramControl* diagram) {
+  const Ref<platform::Node> shown = m_class->clsObject();
+  const Ref<repository::Class> wrapper = m_class;
+  m_following.disconnect();
+  const bool writes = shown && m_repository && controls::isInRepository(*shown);
+  if (writes) {
+    Ref<platform::Link> link;
+    const auto chosen = m_stereotype->Selection();
+    if (m_repository->GetStereotype(*shown, link) != chosen) {
+      m_repository->SetStereotype(*shown, chosen.get());
+    }
+    m_classGrid->apply();
+    wrapper->Populate();
+    if (diagram) diagram->refresh();
+  }
+  release();
+}
+
+/// Everything is empty, and no class is shown any more.
+void CLSClassControl::release() {
+  m_following.disconnect();
+  m_class = nullptr;
+  m_classGrid->clear();
+  m_classGrid->release();
+  m_memberGrid->clear();
+  m_memberGrid->release();
+  m_memberPanel->Visible(false);
+  m_parameterPanel->Visible(false);
+  for (MemberPanel* panel : {&m_attributes, &m_operations, &m_parameters}) panel->finish();
+  m_stereotype->Destroy();
+  Changed();
+}
+
+void CLSClassControl::follow(const Change& change) {
+  if (change.kind == Change::Kind::nodeRemoved) {
+    if (&change.element == node()) {
+      release();
+      Visible(false);
+      Gone();
+      return;
+    }
+    if (&change.element == m_parameters.owner().get()) closeParameters();
+  }
+  for (MemberPanel* panel : {&m_attributes, &m_operations, &m_parameters}) panel->follow(change);
+}
+
+void CLSClassControl::memberEdited() {
+  if (!m_class) return;
+  m_class->Populate();
+  Edited();
+}
+
+void CLSClassControl::AddAttribute(Text name) {
+  trap("AddAttribute", [&] { m_attributes.add(name); });
+}
+
+void CLSClassControl::AddOperation(Text name) {
+  trap("AddOperation", [&] { m_operations.add(name); });
+}
+
+void CLSClassControl::AddParameter(Text name) {
+  trap("AddParameter", [&] { m_parameters.add(name); });
+}
+
+void CLSClassControl::toolClicked(const std::string& tool) {
+  const auto newAttribute = [this] {
+    m_attributes.name->Text("");
+    m_attributes.resetScope();
+    m_attributes.forgetCurrent();
+  };
+  if (tool == "miAttrNew" || tool == "miOperationNew") {
+    newAttribute();  // of operations too: what the tool has always done
+  } else if (tool == "miParameterNew") {
+    m_parameters.name->Text("");
+    m_parameters.forgetCurrent();
+  } else if (tool == "miAttrAdd") {
+    m_attributes.addEntered();
+  } else if (tool == "miOperationAdd") {
+    m_operations.addEntered();
+  } else if (tool == "miParameterAdd") {
+    m_parameters.addEntered();
+  } else if (tool == "miAttrDelete") {
+    m_attributes.removeEntered();
+  } else if (tool == "miOperationDelete") {
+    m_operations.removeEntered();
+  } else if (tool == "miParameterDelete") {
+    m_parameters.removeEntered();
+  } else if (tool == "miOperationParameters") {
+    editParameters();
+  } else if (tool == "miParameterOk") {
+    closeParameters();
+  }
+}
+
+void CLSClassControl::showTab() {
+  m_tabs->caption(kOperationsTab, "Operations");
+  for (std::int64_t i = 0; i < m_panels->Count(); ++i) {
+    auto& panel = m_panels->at<Panel>(i);
+    panel.Visible(panel.Tag() == m_tabs->selected());
+  }
+  m_parameterPanel->Visible(false);
+  m_memberPanel->Visible(false);
+}
+
+void CLSClassControl::openProperties(platform::Link& row, MemberPanel& panel) {
+  const Ref<platform::Node> member = row.Target();
+  m_memberGrid->clear();
+  m_memberGrid->owner(member->Parent().get());
+  m_memberGrid->load();
+  m_memberGrid->node(member.get());
+  panel.currentKey(member->identifier());
+  m_memberPanel->Visible(true);
+}
+
+void CLSClassControl::closeProperties() {
+  if (!m_memberPanel->Visible()) return;
+  m_memberGrid->apply();
+  m_memberPanel->Visible(false);
+  memberEdited();
+}
+
+void CLSClassControl::editParameters() {
+  const auto row = m_operations.list->selectedRow();
+  if (!row) return;
+  m_parameters.show(row->Target().get());
+  m_tabs->caption(kOperationsTab, "Parameters");
+  m_parameterPanel->Visible(true);
+}
+
+void CLSClassControl::closeParameters() {
+  m_parameterPanel->Visible(false);
+  m_tabs->caption(kOperationsTab, "Operations");
 }
 
 }  // namespace brisel::editors
