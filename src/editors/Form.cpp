@@ -17,11 +17,12 @@ void Form::Visible(bool visible) {
 }
 
 const platform::MemberTable& Form::memberTable() const {
-  static const platform::MemberTable kTable = platform::MemberTableOf<Form>()
-                                                  .property("Caption", &Form::Caption, &Form::Caption)
-                                                  .property("Visible", &Form::Visible, &Form::Visible)
-                                                  .method("Hide", &Form::Hide)
-                                                  .build();
+  static const platform::MemberTable kTable =
+      platform::MemberTableOf<Form>()
+          .property("Caption", &Form::Caption, &Form::Caption)
+          .property("Visible", &Form::Visible, &Form::Visible)
+          .method("Hide", &Form::Hide)
+          .build();
   return kTable;
 }
 

@@ -125,8 +125,7 @@ void MemberPanel::select(Link& link) {
   m_currentKey = member->identifier();
   name->Text(member->name());
   const auto dataTypes = member->outgoing(m_kind.dataType);
-  type->selection(dataTypes->Count() == 0 ? nullptr
-                                          : as<Link>(dataTypes->Item(1))->Target().get());
+  type->selection(dataTypes->Count() == 0 ? nullptr : as<Link>(dataTypes->Item(1))->Target().get());
   if (!m_kind.hasScope) return;
   const std::string word = member->GetProperty("scope").text();
   for (std::size_t i = 0; i < kScopes.size(); ++i) {

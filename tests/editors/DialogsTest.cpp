@@ -1,0 +1,151 @@
+#include <gtest/gtest.h>
+
+#include "editor/CLSEditor.h"
+#include "editors/frmStereotype.h"
+#include "platform/ValueRecord.h"
+#include "support/EditorBench.h"
+
+namespace brisel::editors {
+namespace {
+
+using platform::make;
+using platform::Ref;
+using platform::Value;
+using platform::ValueArray;
+using test::EditorBench;
+
+Value step(std::vector<Value> parts) { return make<ValueArray>(std::move(parts)); }
+
+class DialogsTest : public testing::Test, protected EditorBench {
+ protected:
+  DialogsTest() {
+    addClass("A");
+    addClass("B");
+    editor->Populate();
+    listening.push_back(shell->Answered.connect(
+        [this](const std::string& kind, const Ref<platform::ValueRecord>& told) {
+          if (kind != "dialog") return;
+          answered += told->get("name").text() + ':' + told->get("answer").text() + ' ';
+          if (const std::string error = told->get("error").text(); !error.empty()) {
+            answered += '(' + error + ") ";
+          }
+          caption = told->get("object").object()->get("Caption").text();
+        }));
+    listening.push_back(
+        editor->AssocChanged.connect([this](const std::string& key) { changed += key + ' '; }));
+  }
+  void answer(std::vector<Value> steps) { shell->AnswerForm(*make<ValueArray>(std::move(steps))); }
+
+  std::string answered, caption, changed;
+  std::vector<platform::Connection> listening;
+};
+
+TEST_F(DialogsTest, aDrawnRelationshipIsEditedAtOnce) {
+  answer(
+      {step({"CLSAssociationControl1.PropertyAssociation(0)", "Edit", "Name", "owns"}),
+       step({"CLSAssociationControl1.PropertyAssociation(1)", "Edit", "SourceRolename", "owner"}),
+       step(
+           {"CLSAssociationControl1.PropertyAssociation(2)", "Edit", "TargetMultiplicity", "1..*"}),
+       step({"CLSAssociationControl1.PropertyAssociation(2)", "Edit", "TargetNavigable", true}),
+       step({"Ok", "Click"})});
+  editor->diagram()->createLink("r", "", "A", "B");
+  EXPECT_EQ(answered, "frmAssociation:Ok ");
+  EXPECT_EQ(caption, "Association");
+  EXPECT_EQ(line("r")->text(), "owns");
+  EXPECT_EQ(line("r")->beginText(), "owner");
+  EXPECT_EQ(line("r")->endText(), "1..*");
+  EXPECT_EQ(line("r")->endArrow(), 3);
+  EXPECT_EQ(changed, "r ");
+  EXPECT_TRUE(messages.empty());
+}
+
+TEST_F(DialogsTest, captionsAndTabsFollowTheKind) {
+  editor->CreateAssociation("a", "", "", "A", "B");
+  editor->CreateAggregation("w", "", "", "A", "B", true);
+  editor->CreateGeneralization("g", "", "", "A", "B");
+  EXPECT_EQ(answered, "") << "commands open nothing";
+  struct Case {
+    const char* key;
+    const char* caption;
+    const char* keys;
+    std::size_t tabs;
+  };
+  Ref<platform::Object> form;
+  const auto keep =
+      shell->Answered.connect([&](const std::string&, const Ref<platform::ValueRecord>& told) {
+        form = told->get("object").object();
+      });
+  for (const Case& one :
+       {Case{"a", "Association", "Name Intention ReverseName PreferredDirection IsDerived ", 3},
+        Case{"g", "Generalization", "Name Intention Discriminator IsVirtual ", 1},
+        Case{"w", "Aggregation",
+             "Name Intention ReverseName PreferredDirection IsDerived IsComposite ", 3}}) {
+    editor->EditAssociation(one.key);
+    EXPECT_EQ(caption, one.caption);
+    const auto control =
+        platform::as<CLSAssociationControl>(form->get("CLSAssociationControl1").object());
+    EXPECT_EQ(control->TabStrip1()->tabs().size(), one.tabs);
+    control->Prepare();
+    std::string keys;
+    for (const std::string& key :
+         control->PropertyAssociation()->at<controls::Property>(0).keys()) {
+      keys += key + ' ';
+    }
+    EXPECT_EQ(keys, one.keys);
+  }
+  EXPECT_EQ(changed, "a g w ");
+  editor->EditAssociation("nowhere");
+  EXPECT_EQ(messages.size(), 1U);
+}
+
+TEST_F(DialogsTest, cancelDiscardsNothing) {
+  editor->CreateGeneralization("g", "", "", "A", "B");
+  answer({step({"CLSAssociationControl1.PropertyAssociation(0)", "Edit", "Intention", "why"}),
+          step({"CLSAssociationControl1.PropertyAssociation(0)", "Edit", "IsVirtual", true}),
+          step({"Cancel", "Click"})});
+  editor->EditAssociation("g");
+  EXPECT_EQ(answered, "frmAssociation:Cancel ");
+  EXPECT_EQ(find("Generalization", "g")->GetProperty("Description").text(), "why");
+  EXPECT_TRUE(find("Generalization", "g")->GetProperty("IsVirtual").isTrue());
+}
+
+TEST_F(DialogsTest, aRelationshipThatGoesIsNotWrittenTo) {
+  editor->CreateAssociation("a", "old", "", "A", "B");
+  const auto node = find("Association", "a");
+  const auto removing = shell->Answered.connect(
+      [&](const std::string&, const Ref<platform::ValueRecord>&) { editor->DeleteClass("A"); });
+  answer({step({"CLSAssociationControl1.PropertyAssociation(0)", "Edit", "Name", "new"})});
+  editor->EditAssociation("a");
+  EXPECT_EQ(node->name(), "old");
+  EXPECT_TRUE(messages.empty());
+}
+
+TEST_F(DialogsTest, aModelHasAStereotypeAtLeast) {
+  const auto names = [&] {
+    std::string all;
+    for (auto& one : platform::each<platform::Node>(store->MetaNodes("Stereotype")->extension())) {
+      all += one.name() + ' ';
+    }
+    return all;
+  };
+  EXPECT_EQ(names(), "<NONE> ");
+  answer({step({"ListEditor1", "Add", "entity"}), step({"ListEditor1", "Rename", 1, "root"}),
+          step({"Ok", "Click"})});
+  editor->EditStereotypes();
+  EXPECT_EQ(answered, "frmStereotype:Ok ");
+  EXPECT_EQ(names(), "root entity ");
+  const auto entity = model->SearchObject("Stereotype", "Name", "entity");
+  model->SetStereotype(*find("Class", "A"), entity.get());
+  answer({step({"ListEditor1", "Rename", 2, "value"})});
+  editor->EditStereotypes();
+  EXPECT_EQ(box("A")->text(), "<<value>>\r\nA");
+  shell->AnswerMessage("Yes");
+  answer({step({"ListEditor1", "Remove", 2}), step({"ListEditor1", "Remove", 1})});
+  editor->EditStereotypes();
+  EXPECT_EQ(messages.size(), 1U) << "the one in use is asked about";
+  EXPECT_EQ(names(), "<NONE> ");
+  EXPECT_EQ(box("A")->text(), "A");
+}
+
+}  // namespace
+}  // namespace brisel::editors
