@@ -381,12 +381,13 @@ bool DiagramControl::canDrawLink() const { return m_settings->CanDrawLink(); }
 
 std::string DiagramControl::refusal(std::string_view link, const Node& source,
                                     const Node& target) const {
-  return m_linkRule ? m_linkRule(link, source.itemKey(), target.itemKey()) : std::string();
+  const platform::LinkRule rule = m_linkRule;  // it may put another one in its place
+  return rule ? rule(link, source.itemKey(), target.itemKey()) : std::string();
 }
 
 bool DiagramControl::canDrop(const Node& node, std::string_view tag, const Node* target) const {
-  if (!m_dropRule) return true;
-  return m_dropRule(node.itemKey(), tag, target ? target->itemKey() : std::string_view());
+  const platform::DropRule rule = m_dropRule;
+  return !rule || rule(node.itemKey(), tag, target ? target->itemKey() : std::string_view());
 }
 
 }  // namespace brisel::canvas

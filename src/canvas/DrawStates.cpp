@@ -20,8 +20,6 @@ namespace {
 
 constexpr double kLoopPixels = 40;  ///< so far from its start a drag means a line to its own box
 
-bool isLeft(const PointerEvent& event) { return event.button == PointerButton::left; }
-
 /// What a length drawn along one axis becomes: no shorter than the least, in its own direction.
 double atLeast(double drawn, double least) {
   return drawn < 0 ? std::min(drawn, -least) : std::max(drawn, least);
@@ -43,7 +41,7 @@ void DrawNodeState::move(const PointerEvent& event) {
 }
 
 void DrawNodeState::release(const PointerEvent& event) {
-  if (!isLeft(event)) return;
+  if (event.button != PointerButton::left) return;
   move(event);
   DiagramControl& control = m_owner.control();
   const Size usual = control.newNodeSize();
@@ -130,7 +128,7 @@ bool DrawLinkState::aim(Point at, bool asks) {
 }
 
 void DrawLinkState::release(const PointerEvent& event) {
-  if (!isLeft(event) || !aim(event.at, true)) return;
+  if (event.button != PointerButton::left || !aim(event.at, true)) return;
   const Ref<Node> source = m_source;
   const Ref<Node> target = m_reason.empty() ? m_target : nullptr;
   m_owner.rest();

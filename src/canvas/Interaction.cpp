@@ -92,20 +92,25 @@ void Interaction::spaceHeld(bool held) {
 bool Interaction::cancel() {
   if (!m_state->isGesture()) return false;
   Dispatch dispatch(*this);
-  InteractionState& state = *m_state;
-  rest();  // first: what the undoing sets off finds no gesture any more
-  state.cancel();
+  undoGesture();
   offerAfterGesture();
   dispatch.done();
   return true;
 }
 
-void Interaction::forget(Item& item) {
-  if (m_hovered == &item.object()) {
-    m_hovered = nullptr;
-    m_hoverCursor = CursorShape::arrow;
-  }
-  if (m_state->needs(item)) cancel();
+void Interaction::undoGesture() {
+  InteractionState& state = *m_state;
+  rest();  // first: what the undoing sets off finds no gesture any more
+  state.cancel();
+}
+
+bool Interaction::forget(Item& item) {
+  const bool hovered = m_hovered == &item.object();
+  if (hovered) m_hovered = nullptr;
+  if (!m_state->needs(item)) return hovered;
+  const Dispatch dispatch(*this);  // without a word: the item is half gone
+  undoGesture();
+  return true;
 }
 
 CursorShape Interaction::cursor() const { return m_state->cursor(); }

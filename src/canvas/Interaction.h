@@ -33,10 +33,11 @@ class Interaction {
   /// Ends a gesture as if it had never begun; false when there was none.
   bool cancel();
   [[nodiscard]] bool inGesture() const { return m_state->isGesture(); }
-  /// The item leaves the canvas: a gesture that needs it ends.
-  void forget(Item& item);
+  /// The item leaves the canvas: a gesture that needs it ends. Raises nothing: with the answer
+  /// true, `refresh` is to follow when the item is gone.
+  bool forget(Item& item);
 
-  /// The mode is another: the pointer and the hint tell at once what a press does now.
+  /// Mode or items are others: the pointer and the hint tell at once what a press does now.
   void refresh();
 
   [[nodiscard]] CursorShape cursor() const;
@@ -69,6 +70,7 @@ class Interaction {
   class Dispatch;
 
   void pointerAt(platform::Point at);
+  void undoGesture();
   void leaveHovered();
   /// What a press would do where the pointer is.
   void offer(const std::optional<Hit>& hit);

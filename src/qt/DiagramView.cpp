@@ -135,9 +135,10 @@ void DiagramView::scrollContentsBy(int, int) {
 void DiagramView::showCursor() { viewport()->setCursor(toQt(m_control->cursor())); }
 
 void DiagramView::mousePressEvent(QMouseEvent* event) {
+  const std::string button = nameOfButton(event->button());
+  if (button.empty()) return event->ignore();  // empty stands for the left one
   const Point at = toTwips(event->position());
-  m_control->PointerPress(at.x, at.y, nameOfButton(event->button()),
-                          namesOfModifiers(event->modifiers()));
+  m_control->PointerPress(at.x, at.y, button, namesOfModifiers(event->modifiers()));
 }
 
 void DiagramView::mouseMoveEvent(QMouseEvent* event) {
@@ -146,9 +147,10 @@ void DiagramView::mouseMoveEvent(QMouseEvent* event) {
 }
 
 void DiagramView::mouseReleaseEvent(QMouseEvent* event) {
+  const std::string button = nameOfButton(event->button());
+  if (button.empty()) return event->ignore();
   const Point at = toTwips(event->position());
-  m_control->PointerRelease(at.x, at.y, nameOfButton(event->button()),
-                            namesOfModifiers(event->modifiers()));
+  m_control->PointerRelease(at.x, at.y, button, namesOfModifiers(event->modifiers()));
 }
 
 void DiagramView::mouseDoubleClickEvent(QMouseEvent* event) {
