@@ -57,6 +57,7 @@ ResizeState::ResizeState(Interaction& owner, Node& node, Handle handle, Point st
       m_cursor(owner.hoverCursor()) {}
 
 void ResizeState::move(const PointerEvent& event) {
+  m_moved = true;
   const Point to = wholeTwips(event.at + m_offset);
   m_node->bounds(withinReach(pulled(m_before, m_handle, to, m_node->minimumSize())));
 }

@@ -23,6 +23,7 @@ class MoveState : public InteractionState {
   void cancel() override;
   [[nodiscard]] bool needs(const Item& item) const override { return m_items.contains(item); }
   [[nodiscard]] CursorShape cursor() const override { return CursorShape::move; }
+  [[nodiscard]] bool scrollsAtEdge() const override { return true; }
 
  private:
   platform::Point m_start;
@@ -40,6 +41,7 @@ class ResizeState : public InteractionState {
   void cancel() override;
   [[nodiscard]] bool needs(const Item& item) const override { return &item == m_node.get(); }
   [[nodiscard]] CursorShape cursor() const override;
+  [[nodiscard]] bool scrollsAtEdge() const override { return m_moved; }
 
  private:
   platform::Ref<Node> m_node;
@@ -47,6 +49,7 @@ class ResizeState : public InteractionState {
   platform::Point m_offset;  ///< from the pointer to the middle of the handle
   platform::Rect m_before;
   bool m_fitted;
+  bool m_moved = false;
   CursorShape m_cursor;
 };
 
@@ -62,6 +65,7 @@ class BendState : public InteractionState {
   void cancel() override;
   [[nodiscard]] bool needs(const Item& item) const override { return &item == m_link.get(); }
   [[nodiscard]] CursorShape cursor() const override { return CursorShape::pointing; }
+  [[nodiscard]] bool scrollsAtEdge() const override { return m_moved; }
 
  private:
   platform::Ref<Link> m_link;
@@ -83,6 +87,7 @@ class RubberBandState : public InteractionState {
   void release(const PointerEvent& event) override;
   void cancel() override;
   [[nodiscard]] CursorShape cursor() const override { return CursorShape::cross; }
+  [[nodiscard]] bool scrollsAtEdge() const override { return m_band.has_value(); }
   void paint(Painter& painter, double scale) const override;
 
  private:

@@ -20,7 +20,7 @@ class Interaction {
   explicit Interaction(DiagramControl& control);
   ~Interaction();
 
-  void pointerMove(platform::Point at);
+  void pointerMove(platform::Point at, Modifiers modifiers);
   void pointerPress(const PointerEvent& event);
   void pointerRelease(const PointerEvent& event);
   void pointerDoubleClick(platform::Point at);
@@ -28,6 +28,13 @@ class Interaction {
   void pointerLeave();
   /// While it is held, the left button pans.
   void spaceHeld(bool held);
+
+  /// Pixels of the view that the next tick scrolls by; nothing while the pointer rests elsewhere than
+  /// at the edge, or no gesture that scrolls there is under way.
+  [[nodiscard]] platform::Point scrollStep() const;
+  /// One tick: scrolls towards the edge at which the pointer rests, and the gesture goes on at what
+  /// is now under it. Beyond the items there is nothing to scroll to.
+  void autoScroll();
 
   /// Ends a gesture as if it had never begun; false when there was none.
   bool cancel();
@@ -56,6 +63,7 @@ class Interaction {
   /// Keeps states that ended alive until the outermost input was dealt with.
   class Dispatch;
 
+  void pointerAt(const PointerEvent& event);
   void leaveHovered();
 
   DiagramControl& m_control;
@@ -66,6 +74,10 @@ class Interaction {
   CursorShape m_hoverCursor = CursorShape::arrow;
   CursorShape m_shownCursor = CursorShape::arrow;
   platform::Point m_pointer;
+  platform::Point m_seenAt;     ///< the pointer in pixels of the view
+  platform::Point m_pressedAt;  ///< where it was when the button went down, in pixels
+  Modifiers m_modifiers;
+  bool m_shownScrolling = false;
   bool m_spaceHeld = false;
   int m_depth = 0;
 };

@@ -29,12 +29,12 @@ class Walker {
 
   void step() {
     using Action = void (Walker::*)();
-    static constexpr std::array<Action, 18> kActions = {
+    static constexpr std::array<Action, 19> kActions = {
         &Walker::press,      &Walker::press,    &Walker::move,        &Walker::move,
         &Walker::move,       &Walker::release,  &Walker::release,     &Walker::key,
         &Walker::key,        &Walker::wheel,    &Walker::doubleClick, &Walker::createNode,
         &Walker::createLink, &Walker::change,   &Walker::change,      &Walker::bend,
-        &Walker::command,    &Walker::reattach,
+        &Walker::command,    &Walker::reattach, &Walker::tick,
     };
     (this->*kActions[static_cast<std::size_t>(below(kActions.size()))])();
   }
@@ -117,6 +117,7 @@ class Walker {
     const Point at = place();
     control->PointerRelease(at.x, at.y, button(), modifiers());
   }
+  void tick() { control->autoScroll(); }
   void doubleClick() {
     const Point at = place();
     control->PointerDoubleClick(at.x, at.y);
