@@ -50,6 +50,8 @@ class Interaction {
 
   // For the states.
   [[nodiscard]] DiagramControl& control() const { return m_control; }
+  /// Held when the pointer was last heard of.
+  [[nodiscard]] Modifiers modifiers() const { return m_modifiers; }
   [[nodiscard]] bool isSpaceHeld() const { return m_spaceHeld; }
   [[nodiscard]] std::optional<Hit> hitAt(platform::Point at) const;
   void change(std::unique_ptr<InteractionState> next);

@@ -43,6 +43,7 @@ inline constexpr double kGridStep = 150;    ///< of a nudge by an arrow key
 inline constexpr double kHandlePixels = 7;  ///< side of a selection handle, at every zoom
 inline constexpr double kHitPixels = 4;     ///< how far beside a line a hit still counts
 inline constexpr double kDragPixels = 3;    ///< how far the pointer goes before a drag begins
+inline constexpr double kSnapPixels = 6;    ///< how far what is moved is drawn to an alignment
 /// While something is dragged, the canvas scrolls when the pointer is this near to its edge, by so
 /// many pixels a tick of 16 ms: the slowest, and growing by so many for each pixel further out.
 inline constexpr double kScrollEdgePixels = 20;
