@@ -298,9 +298,9 @@ void DiagramControl::CopyToClipboard() {
 
 void DiagramControl::PrintDiagram(bool preview) { PrintRequested(preview); }
 
-void DiagramControl::PointerMove(double x, double y) {
+void DiagramControl::PointerMove(double x, double y, std::string_view modifiers) {
   const Ref<DiagramControl> self(this);
-  m_interaction->pointerMove(placeOf(x, y));
+  m_interaction->pointerMove(placeOf(x, y), modifiersNamed(modifiers));
 }
 
 void DiagramControl::PointerPress(double x, double y, std::string_view button,
@@ -375,6 +375,13 @@ CursorShape DiagramControl::cursor() const { return m_interaction->cursor(); }
 
 void DiagramControl::paintGesture(Painter& painter, double scale) const {
   m_interaction->paint(painter, scale);
+}
+
+bool DiagramControl::autoScrolls() const { return m_interaction->scrollStep() != Point{}; }
+
+void DiagramControl::autoScroll() {
+  const Ref<DiagramControl> self(this);
+  m_interaction->autoScroll();
 }
 
 bool DiagramControl::canDrawLink() const { return m_settings->CanDrawLink(); }

@@ -189,7 +189,9 @@ class DiagramControl : public platform::DiagramControl {
   void PrintDiagram(bool preview);
 
   // A person's input, in twips of the canvas; buttons and modifiers by name (Input.h).
-  void PointerMove(double x, double y);
+  /// A gesture under way follows. With "alt" what is moved or resized does not snap to its
+  /// neighbours.
+  void PointerMove(double x, double y, std::string_view modifiers = {});
   void PointerPress(double x, double y, std::string_view button, std::string_view modifiers);
   void PointerRelease(double x, double y, std::string_view button, std::string_view modifiers);
   void PointerDoubleClick(double x, double y);
@@ -236,7 +238,14 @@ class DiagramControl : public platform::DiagramControl {
   static constexpr std::string_view kNewNodeText = "newClass";
   void windowHandle(std::int64_t handle) { m_handle = handle; }
 
+  /// The pointer rests within kScrollEdgePixels of the view's edge, or outside, while something is
+  /// dragged: a view calls autoScroll every 16 ms for as long. Nothing scrolls by itself.
+  [[nodiscard]] bool autoScrolls() const;
+  /// One step of scrolling, the longer the further out the pointer is; what is dragged goes along.
+  void autoScroll();
+
   platform::Event<> CursorChanged;
+  platform::Event<> AutoScrollChanged;
   /// The view prints, or with true shows the preview.
   platform::Event<bool> PrintRequested;
 

@@ -98,7 +98,10 @@ void Node::place(const Rect& bounds) {
   const Point moved = bounds.topLeft() - m_bounds.topLeft();
   const bool sameSize = bounds.size() == m_bounds.size();
   m_bounds = bounds;
-  if (scene()) scene()->touched(*this);
+  if (scene()) {
+    ++scene()->m_geometryRevision;
+    scene()->touched(*this);
+  }
   for (const Attached& end : m_attached) {
     // The bends of a line to its own box are between two moved ends.
     if (end.link->isLoop() && end.atSource && sameSize) {

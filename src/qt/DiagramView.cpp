@@ -20,6 +20,7 @@ namespace {
 constexpr double kWheelStep = 120;  ///< of QWheelEvent's angle
 constexpr int kMarginPixels = 40;   ///< that can be scrolled beyond the outermost items
 constexpr double kFarthestPixel = 1e9;
+constexpr int kScrollTick = 16;  ///< milliseconds
 
 Qt::CursorShape toQt(canvas::CursorShape shape) {
   switch (shape) {
@@ -78,6 +79,9 @@ DiagramView::DiagramView(platform::Ref<canvas::DiagramControl> control, QWidget*
   m_connections.push_back(view.ScrollChanged.connect([this] { showPosition(); }));
   m_connections.push_back(view.ZoomChanged.connect([this] { showPosition(); }));
   m_connections.push_back(m_control->CursorChanged.connect([this] { showCursor(); }));
+  m_connections.push_back(m_control->AutoScrollChanged.connect([this] { showAutoScroll(); }));
+  m_scrollTimer.setInterval(kScrollTick);
+  connect(&m_scrollTimer, &QTimer::timeout, this, [this] { m_control->autoScroll(); });
 }
 
 Point DiagramView::toTwips(QPointF position) const {
@@ -134,6 +138,14 @@ void DiagramView::scrollContentsBy(int, int) {
 
 void DiagramView::showCursor() { viewport()->setCursor(toQt(m_control->cursor())); }
 
+void DiagramView::showAutoScroll() {
+  if (!m_control->autoScrolls()) {
+    m_scrollTimer.stop();
+  } else if (!m_scrollTimer.isActive()) {
+    m_scrollTimer.start();
+  }
+}
+
 void DiagramView::mousePressEvent(QMouseEvent* event) {
   const std::string button = nameOfButton(event->button());
   if (button.empty()) return event->ignore();  // empty stands for the left one
@@ -143,7 +155,7 @@ void DiagramView::mousePressEvent(QMouseEvent* event) {
 
 void DiagramView::mouseMoveEvent(QMouseEvent* event) {
   const Point at = toTwips(event->position());
-  m_control->PointerMove(at.x, at.y);
+  m_control->PointerMove(at.x, at.y, namesOfModifiers(event->modifiers()));
 }
 
 void DiagramView::mouseReleaseEvent(QMouseEvent* event) {

@@ -43,13 +43,13 @@ class Walker {
 
   void step() {
     using Action = void (Walker::*)();
-    static constexpr std::array<Action, 22> kActions = {
+    static constexpr std::array<Action, 23> kActions = {
         &Walker::press,      &Walker::press,    &Walker::move,        &Walker::move,
         &Walker::move,       &Walker::release,  &Walker::release,     &Walker::key,
         &Walker::key,        &Walker::wheel,    &Walker::doubleClick, &Walker::createNode,
         &Walker::createLink, &Walker::change,   &Walker::change,      &Walker::bend,
         &Walker::command,    &Walker::reattach, &Walker::mode,        &Walker::draw,
-        &Walker::draw,       &Walker::leave,
+        &Walker::draw,       &Walker::leave,    &Walker::tick,
     };
     (this->*kActions[static_cast<std::size_t>(below(kActions.size()))])();
   }
@@ -156,6 +156,7 @@ class Walker {
     const Point at = place();
     control->PointerRelease(at.x, at.y, button(), modifiers());
   }
+  void tick() { control->autoScroll(); }
   void doubleClick() {
     const Point at = place();
     control->PointerDoubleClick(at.x, at.y);
