@@ -42,6 +42,7 @@ class DiagramView : public QAbstractScrollArea {
   void showDamage(const std::vector<platform::Rect>& areas);
   void showPosition();
   void showCursor();
+  void askForMenu();
 
   platform::Ref<canvas::DiagramControl> m_control;
   DiagramPicture m_picture;

@@ -2,7 +2,6 @@
 
 #include <QApplication>
 #include <QClipboard>
-#include <QCursor>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QImage>
@@ -17,6 +16,7 @@
 
 #include "controls/ToolBarControl.h"
 #include "qt/FileFilter.h"
+#include "qt/PopupMenu.h"
 #include "qt/Text.h"
 
 namespace brisel::qt {
@@ -106,11 +106,11 @@ std::optional<std::string> QtShell::askSaveFile(const platform::FileDialog& dial
 
 void QtShell::showPopup(platform::ToolBarControl& toolBar, std::string_view band) {
   auto* control = dynamic_cast<controls::ToolBarControl*>(&toolBar);
-  if (!control) return;
+  if (!control || !control->band(band)) return;
   auto* menu = new QMenu(front());
   menu->setAttribute(Qt::WA_DeleteOnClose);
   fillMenu(*menu, *control, band);
-  menu->popup(QCursor::pos());
+  menu->popup(popupPlace());
 }
 
 void QtShell::copy(const std::vector<std::pair<std::string, std::string>>& byKind) {
@@ -124,25 +124,6 @@ void QtShell::copy(const std::vector<std::pair<std::string, std::string>>& byKin
   }
   if (!picture.isNull()) data->setImageData(picture);
   QApplication::clipboard()->setMimeData(data.release());
-}
-
-void fillMenu(QMenu& menu, controls::ToolBarControl& toolBar, std::string_view band) {
-  const platform::Ref<controls::Band> shown = toolBar.band(band);
-  if (!shown) return;
-  const platform::Ref<controls::ToolBarControl> control(&toolBar);
-  for (const platform::Ref<controls::Tool>& tool : shown->tools()) {
-    if (!tool->opens().empty()) {
-      fillMenu(*menu.addMenu(toQt(tool->caption())), toolBar, tool->opens());
-      continue;
-    }
-    QAction* action = menu.addAction(toQt(tool->caption()));
-    action->setObjectName(toQt(tool->key()));
-    action->setEnabled(tool->enabled());
-    action->setCheckable(tool->checked());
-    action->setChecked(tool->checked());
-    QObject::connect(action, &QAction::triggered, &menu,
-                     [control, key = tool->key()] { control->Click(key); });
-  }
 }
 
 }  // namespace brisel::qt

@@ -10,6 +10,7 @@
 #include "WindowBench.h"
 #include "controls/ToolBarControl.h"
 #include "qt/FileFilter.h"
+#include "qt/PopupMenu.h"
 
 namespace brisel::qt {
 namespace {
@@ -43,6 +44,91 @@ TEST(QtShell, popsUpTheBandsOfTheEditor) {
   bar->Tag("nobody");
   morphing->actions()[0]->trigger();
   EXPECT_EQ(clicked, "miMorpToAss");
+}
+
+TEST(QtShell, marksGreysAndLimitsTools) {
+  const WindowBench bench;
+  const auto bar = platform::as<controls::ToolBarControl>(bench.document->editor().ActiveBar21());
+  bar->checked("miCompartmentsOperations", true);
+  bar->tool("miMorphMerge")->enabled(false);
+  bar->addBand("tbCircle", "Circle");
+  bar->addTool("tbCircle", "miAround", "Around", "tbCircle");
+  QMenu menu;
+  fillMenu(menu, *bar, "tbPopupMenu");
+  const auto tool = [&](const char* key) { return menu.findChild<QAction*>(key); };
+  EXPECT_TRUE(tool("miCompartmentsOperations")->isChecked());
+  EXPECT_FALSE(tool("miCompartmentsAttributes")->isChecked());
+  EXPECT_FALSE(tool("miMorphMerge")->isEnabled());
+  EXPECT_EQ(tool("miPopupSizeToFit")->text(), "&Size to fit");
+  QMenu circle;
+  fillMenu(circle, *bar, "tbCircle");
+  EXPECT_EQ(circle.actions().size(), 1) << "a band that opens itself comes to an end";
+}
+
+TEST(QtShell, popsUpAtTheMouseAndGivesTheKeyboardBack) {
+  const WindowBench bench;
+  bench.drawSample();
+  bench.activate();
+  bench.window->editor().view().setFocus();
+  const auto bar = platform::as<controls::ToolBarControl>(bench.document->editor().ActiveBar21());
+  const QPoint place = bench.window->mapToGlobal(QPoint(150, 120));
+  {
+    const PopupsAt there(place);
+    bar->popUp("tbPopupAssoc");
+  }
+  EXPECT_EQ(popupPlace(), QCursor::pos()) << "only while it is asked for";
+  auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+  ASSERT_NE(menu, nullptr);
+  EXPECT_EQ(menu->pos(), place);
+  std::string clicked;
+  const auto connection = bar->ToolClick.connect([&](const std::string& key) { clicked = key; });
+  for (const int key : {Qt::Key_Down, Qt::Key_Return}) {
+    for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease}) {
+      QKeyEvent event(type, key, Qt::NoModifier);
+      QApplication::sendEvent(menu, &event);
+    }
+  }
+  EXPECT_EQ(clicked, "miPopupAssocEdit");
+  EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
+  EXPECT_TRUE(bench.window->editor().view().hasFocus());
+  bar->popUp("no such band");
+  EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
+}
+
+/// Where a menu would pop up, and for which item, when the keyboard asks for it.
+TEST(QtShell, theKeyboardAsksForTheMenuOfTheSelectedItem) {
+  const WindowBench bench;
+  bench.drawSample();
+  bench.document->canvas().getNode("order")->bounds({3000, 3000, 3000, 1500});
+  bench.document->canvas().getNode("line")->bounds({300000, 3000, 3000, 1500});
+  bench.activate();
+  const DiagramView& view = bench.window->editor().view();
+  std::string asked;
+  QPoint place;
+  const auto listen = [&](const std::string& key) {
+    asked += key + " ";
+    place = view.viewport()->mapFromGlobal(popupPlace());
+  };
+  const auto nodes = bench.document->canvas().NodeRClicked.connect(listen);
+  const auto links = bench.document->canvas().LinkRClicked.connect(listen);
+  const auto ask = [&](int key, Qt::KeyboardModifiers modifiers) {
+    bench.window->editor().view().setFocus();
+    WindowBench::type(key, {}, modifiers);
+    while (QWidget* popup = QApplication::activePopupWidget()) popup->close();
+  };
+  bench.document->canvas().unselectAll();
+  ask(Qt::Key_Menu, Qt::NoModifier);
+  EXPECT_EQ(asked, "") << "nothing is selected";
+  bench.document->canvas().selNode(platform::Value("order"));
+  ask(Qt::Key_Menu, Qt::NoModifier);
+  EXPECT_EQ(place, QPoint(300, 250));
+  ask(Qt::Key_F10, Qt::ShiftModifier);
+  bench.document->canvas().selNode(platform::Value("line"));
+  ask(Qt::Key_Menu, Qt::NoModifier);
+  EXPECT_EQ(place, QPoint(view.viewport()->width(), 250)) << "as near as is seen";
+  bench.document->canvas().selLink(platform::Value("lines"));
+  ask(Qt::Key_Menu, Qt::NoModifier);
+  EXPECT_EQ(asked, "order order line lines ");
 }
 
 TEST(QtShell, putsPicturesOnTheClipboardInSeveralKinds) {
