@@ -4,18 +4,14 @@
 #include <QClipboard>
 #include <QFileDialog>
 #include <QFileInfo>
-#include <QImage>
 #include <QMenu>
 #include <QMessageBox>
-#include <QMimeData>
-#include <QPainter>
 #include <QPushButton>
-#include <QSvgRenderer>
-#include <algorithm>
-#include <cmath>
+#include <memory>
 
 #include "controls/ToolBarControl.h"
 #include "qt/FileFilter.h"
+#include "qt/PictureData.h"
 #include "qt/PopupMenu.h"
 #include "qt/Text.h"
 
@@ -44,22 +40,6 @@ QMessageBox::ButtonRole roleOf(const std::string& caption) {
   if (caption == "Cancel") return QMessageBox::RejectRole;
   if (caption == "No" || caption == "Discard") return QMessageBox::DestructiveRole;
   return QMessageBox::AcceptRole;
-}
-
-/// For those who take no drawings: nothing when the bytes are none, or too large for a picture.
-QImage drawingAsPicture(const QByteArray& svg) {
-  constexpr double kLargestCopy = 40e6;
-  QSvgRenderer drawing(svg);
-  const QSizeF size = drawing.defaultSize();
-  const double pixels = size.width() * size.height();
-  if (!drawing.isValid() || pixels < 1) return {};
-  QImage picture((size * std::min(1.0, std::sqrt(kLargestCopy / pixels))).toSize(),
-                 QImage::Format_RGB32);
-  if (picture.isNull()) return {};
-  picture.fill(Qt::white);
-  QPainter painter(&picture);
-  drawing.render(&painter);
-  return picture;
 }
 
 }  // namespace
@@ -114,16 +94,7 @@ void QtShell::showPopup(platform::ToolBarControl& toolBar, std::string_view band
 }
 
 void QtShell::copy(const std::vector<std::pair<std::string, std::string>>& byKind) {
-  auto data = std::make_unique<QMimeData>();
-  QImage picture;
-  for (const auto& [kind, bytes] : byKind) {
-    const QByteArray content(bytes.data(), static_cast<qsizetype>(bytes.size()));
-    data->setData(toQt(kind), content);
-    if (kind == "image/png") picture = QImage::fromData(content);
-    if (kind == "image/svg+xml" && picture.isNull()) picture = drawingAsPicture(content);
-  }
-  if (!picture.isNull()) data->setImageData(picture);
-  QApplication::clipboard()->setMimeData(data.release());
+  QApplication::clipboard()->setMimeData(std::make_unique<PictureData>(byKind).release());
 }
 
 }  // namespace brisel::qt

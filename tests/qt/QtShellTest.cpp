@@ -1,6 +1,7 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QClipboard>
+#include <QImage>
 #include <QMenu>
 #include <QMimeData>
 #include <QTimer>
@@ -137,7 +138,28 @@ TEST(QtShell, putsPicturesOnTheClipboardInSeveralKinds) {
   bench.button("Copy").trigger();
   const QMimeData* data = QApplication::clipboard()->mimeData();
   EXPECT_TRUE(data->hasFormat("image/svg+xml"));
-  EXPECT_TRUE(data->hasImage()) << "those who take no drawings get points";
+  EXPECT_TRUE(data->data("image/svg+xml").contains("OrderLine"));
+  ASSERT_TRUE(data->hasImage()) << "those who take no drawings get points";
+  const QImage points = QImage::fromData(data->data("image/png"), "PNG");
+  const QImage own = qvariant_cast<QImage>(data->imageData());
+  EXPECT_EQ(points.size(), own.size());
+  const platform::Rect all = bench.document->canvas().scene().extent();
+  EXPECT_NEAR(own.width(), all.width / 15 + 40, 2);
+  EXPECT_NEAR(own.height(), all.height / 15 + 40, 2);
+}
+
+TEST(QtShell, copiesALargeDiagramAsASmallerPicture) {
+  const WindowBench bench;
+  bench.drawSample();
+  bench.document->canvas().getNode("line")->bounds({900000, 600000, 3000, 1500});
+  bench.button("Copy").trigger();
+  const QImage own = qvariant_cast<QImage>(QApplication::clipboard()->mimeData()->imageData());
+  EXPECT_GT(qint64(own.width()) * own.height(), 30'000'000);
+  EXPECT_LE(qint64(own.width()) * own.height(), 41'000'000);
+  const auto shell = platform::make<QtShell>();
+  shell->copy({{"text/plain", "words"}, {"image/svg+xml", "no drawing"}});
+  EXPECT_EQ(QApplication::clipboard()->text(), "words");
+  EXPECT_TRUE(QApplication::clipboard()->image().isNull());
 }
 
 TEST(QtShell, answersWithTheButtonThatWasClicked) {
