@@ -39,6 +39,7 @@ void ClassPane::build() {
   setObjectName("ClassPane");
   setFrameStyle(QFrame::StyledPanel | QFrame::Plain);
   setAutoFillBackground(true);
+  setBackgroundRole(QPalette::Window);  // not the paper's
   setCursor(Qt::ArrowCursor);
   QFont bold = font();
   bold.setBold(true);

@@ -103,6 +103,24 @@ TEST(CanvasToolBar, canBeReadOnLightAndDarkBars) {
   }
 }
 
+TEST(CanvasToolBar, showsFaintlyWhatCannotBeChosen) {
+  const WindowBench bench;
+  for (const QAction* action : buttonsOf(bench)) {
+    const auto strength = [&](QIcon::Mode mode) {
+      const QImage picture = action->icon().pixmap(QSize(24, 24), 2, mode).toImage();
+      EXPECT_EQ(picture.size(), QSize(48, 48)) << "as sharp as the screen";
+      qint64 sum = 0;
+      for (int y = 0; y < picture.height(); ++y) {
+        for (int x = 0; x < picture.width(); ++x) sum += picture.pixelColor(x, y).alpha();
+      }
+      return static_cast<double>(sum);
+    };
+    const double faint = strength(QIcon::Disabled);
+    EXPECT_GT(faint, 0) << action->objectName().toStdString();
+    EXPECT_LT(faint, strength(QIcon::Normal) / 2) << action->objectName().toStdString();
+  }
+}
+
 TEST(CanvasToolBar, holdsWhatTheEditorHolds) {
   const WindowBench bench;
   for (const char* key : {"ViewAttributes", "ViewOperations", "ViewParameters", "COM::Enum"}) {
