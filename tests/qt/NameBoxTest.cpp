@@ -125,6 +125,24 @@ TEST_F(NameBoxTest, keepsItsKeysFromTheCanvas) {
   EXPECT_TRUE(shown.isVisible());
 }
 
+TEST_F(NameBoxTest, editsItsTextWhereAMenuHasTheSameShortcut) {
+  begin();
+  const std::tuple<int, Qt::KeyboardModifiers, bool> keys[] = {
+      {Qt::Key_A, Qt::ControlModifier, true},
+      {Qt::Key_C, Qt::ControlModifier, true},
+      {Qt::Key_Delete, Qt::NoModifier, true},
+      {Qt::Key_A, Qt::ShiftModifier, true},
+      {Qt::Key_S, Qt::ControlModifier, false},
+      {Qt::Key_N, Qt::ControlModifier | Qt::ShiftModifier, false}};
+  for (const auto& [key, modifiers, own] : keys) {
+    const QString text = key == Qt::Key_Delete ? QString() : QString(QChar(key));
+    QKeyEvent question(QEvent::ShortcutOverride, key, modifiers, text);
+    question.ignore();
+    QApplication::sendEvent(&shown, &question);
+    EXPECT_EQ(question.isAccepted(), own) << key;
+  }
+}
+
 TEST_F(NameBoxTest, tellsOnceWhenTheKeyboardGoesElsewhere) {
   begin();
   bench.click({20, 20});
