@@ -13,7 +13,7 @@
 namespace brisel::qt {
 
 EditorWidget::EditorWidget(editor::CLSEditor& editor, QWidget* parent)
-    : QWidget(parent), m_editor(editor) {
+    : QWidget(parent), m_editor(&editor) {
   const auto control = platform::as<canvas::DiagramControl>(editor.diagram());
   auto* column = new QVBoxLayout(this);
   column->setContentsMargins(0, 0, 0, 0);
@@ -47,17 +47,17 @@ void EditorWidget::setStrip(QWidget* strip) {
 }
 
 void EditorWidget::finishNaming() {
-  const platform::Ref<controls::TextBox> box = m_editor.ClassName();
+  const platform::Ref<controls::TextBox> box = m_editor->ClassName();
   if (box->Visible()) box->LeaveFocus();
 }
 
 void EditorWidget::resizeEvent(QResizeEvent* event) {
   QWidget::resizeEvent(event);
-  m_editor.Resize(width() * platform::kTwipsPerPixel, height() * platform::kTwipsPerPixel);
+  m_editor->Resize(width() * platform::kTwipsPerPixel, height() * platform::kTwipsPerPixel);
 }
 
 void EditorWidget::keyReleaseEvent(QKeyEvent* event) {
-  m_editor.KeyUp(nameOfKey(*event));
+  m_editor->KeyUp(nameOfKey(*event));
   QWidget::keyReleaseEvent(event);
 }
 

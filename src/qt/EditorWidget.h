@@ -16,7 +16,7 @@ class DiagramView;
 class NameBox;
 
 /// The editor as a window shows it: the canvas under its tool bar, the drawing tools to its left,
-/// the property band to its right, and what is laid over it. The editor must outlive it.
+/// the property band to its right, and what is laid over it.
 class EditorWidget : public QWidget {
  public:
   explicit EditorWidget(editor::CLSEditor& editor, QWidget* parent = nullptr);
@@ -38,7 +38,7 @@ class EditorWidget : public QWidget {
   void keyReleaseEvent(QKeyEvent* event) override;
 
  private:
-  editor::CLSEditor& m_editor;
+  platform::Ref<editor::CLSEditor> m_editor;
   CanvasToolBar* m_toolBar;
   CanvasToolBar* m_drawingTools;
   DiagramView* m_view;

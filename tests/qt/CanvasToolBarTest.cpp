@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 
 #include "WindowBench.h"
+#include "component/DiagramWindow.h"
+#include "qt/FormWindow.h"
 
 namespace brisel::qt {
 namespace {
@@ -169,6 +171,29 @@ TEST(CanvasToolBar, followsButtonsOfTheHost) {
   EXPECT_EQ(clicked, std::vector<std::string>{"Mine"});
   canvas.ShowToolbar(false);
   EXPECT_FALSE(bench.window->editor().toolBar().isVisible());
+}
+
+/// A host may end the window from inside a click on one of its buttons.
+TEST(CanvasToolBar, outlivesTheClickThatEndsTheWindow) {
+  WindowBench bench;
+  component::DiagramWindow component(bench.registry);
+  FormWindow window(component);
+  component.Create("ending", nullptr);
+  component.PopUp(false);
+  EXPECT_TRUE(window.isVisible());
+  EditorWidget* editor = window.findChild<EditorWidget*>();
+  int clicks = 0;
+  const auto connection = component.form()->Editor()->ToolbarButton.connect([&](const auto&) {
+    ++clicks;
+    component.Destroy();
+  });
+  editor->action("ZoomIn")->trigger();
+  EXPECT_EQ(clicks, 1);
+  EXPECT_FALSE(window.isVisible());
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  EXPECT_EQ(window.findChild<EditorWidget*>(), nullptr);
+  component.Create("again", nullptr);
+  EXPECT_NE(window.findChild<EditorWidget*>(), nullptr);
 }
 
 }  // namespace
