@@ -230,6 +230,7 @@ class DiagramControl : public platform::DiagramControl {
   /// A press on empty canvas draws a node.
   [[nodiscard]] bool createsNodes() const { return m_mode != PointerMode::select; }
   [[nodiscard]] platform::Size newNodeSize() const { return m_newNodeSize; }
+  [[nodiscard]] std::size_t sectionsOfNewNodes() const { return m_sections; }
   /// What the hand makes, as `createNode` and `createLink` do, under fresh keys; it is the only
   /// selected item then. Nothing when it was refused, or taken away by who was told of it.
   Node* drawNode(const platform::Rect& bounds);

@@ -31,7 +31,7 @@ DrawNodeState::DrawNodeState(Interaction& owner, Point start)
     : InteractionState(owner),
       m_start(wholeTwips(start)),
       m_ghost(platform::make<Node>("", DiagramControl::kNewNodeText, Rect{}, Node::kClassBox,
-                                   std::size_t{0})) {}
+                                   owner.control().sectionsOfNewNodes())) {}
 
 void DrawNodeState::leave() { show({}); }
 
@@ -56,7 +56,8 @@ Rect DrawNodeState::drawnTo(Point to) const {
   const Point way = wholeTwips(to) - m_start;
   const double width =
       atLeast(way.x, std::max(kMinimumWidth, std::ceil(text.width + 2 * kPadding)));
-  const double height = atLeast(way.y, std::ceil(text.height + 2 * kTitlePadding));
+  const double sections = static_cast<double>(m_ghost->sectionCount()) * kEmptySection;
+  const double height = atLeast(way.y, std::ceil(text.height + 2 * kTitlePadding + sections));
   return withinReach(Rect{m_start.x + std::min(0.0, width), m_start.y + std::min(0.0, height),
                           std::abs(width), std::abs(height)});
 }

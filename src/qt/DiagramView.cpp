@@ -9,6 +9,7 @@
 #include <cmath>
 
 #include "qt/InputNames.h"
+#include "qt/PopupMenu.h"
 
 namespace brisel::qt {
 
@@ -182,7 +183,28 @@ void DiagramView::wheelEvent(QWheelEvent* event) {
   if (steps.x() != 0) m_control->Wheel(at.x, at.y, steps.x(), "shift");
 }
 
+/// The popup menu of the item that was selected last, at the item's middle or as near to it as is
+/// seen.
+void DiagramView::askForMenu() {
+  const auto& selected = m_control->selection().selectedItems();
+  if (selected.empty()) return;
+  const platform::Ref<platform::DiagramItem> item(&selected.back()->object());
+  const std::string key = item->key();
+  const bool isNode = dynamic_cast<platform::DiagramNode*>(item.get()) != nullptr;
+  const auto middle = m_control->GetCenter(platform::Value(platform::Ref<platform::Object>(item)));
+  QPointF at = fromTwips({middle->get("x").number(), middle->get("y").number()});
+  at.setX(std::clamp(at.x(), 0.0, static_cast<double>(viewport()->width())));
+  at.setY(std::clamp(at.y(), 0.0, static_cast<double>(viewport()->height())));
+  const PopupsAt place(viewport()->mapToGlobal(at.toPoint()));
+  (isNode ? m_control->NodeRClicked : m_control->LinkRClicked)(key);
+}
+
 void DiagramView::keyPressEvent(QKeyEvent* event) {
+  const bool shiftF10 = event->key() == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier;
+  if (event->key() == Qt::Key_Menu || shiftF10) {
+    askForMenu();
+    return;
+  }
   const std::string key = nameOfKey(*event);
   if (key.empty()) {
     event->ignore();

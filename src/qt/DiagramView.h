@@ -44,6 +44,7 @@ class DiagramView : public QAbstractScrollArea {
   void showPosition();
   void showCursor();
   void showAutoScroll();
+  void askForMenu();
 
   platform::Ref<canvas::DiagramControl> m_control;
   DiagramPicture m_picture;

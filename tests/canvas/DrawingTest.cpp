@@ -103,7 +103,7 @@ TEST_F(DrawingTest, aDrawnNodeIsShownAndNeverTooSmallForItsTitle) {
   EXPECT_EQ(Point(shown.right(), shown.bottom()), (Point{3000, 5000})) << "grows out of its corner";
   release({2900, 4900});
   EXPECT_EQ(madeNode().bounds(), shown);
-  EXPECT_EQ(shown.size(), madeNode().minimumSize());
+  EXPECT_EQ(shown.size(), madeNode().neededSize());
 }
 
 TEST_F(DrawingTest, inCreateModeBoxesAreStillSelectedAndMoved) {

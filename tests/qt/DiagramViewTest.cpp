@@ -58,7 +58,8 @@ class DiagramViewTest : public testing::Test {
   }
   QColor colorAt(QPointF at) {
     application.processEvents();
-    return view->viewport()->grab().toImage().pixelColor(at.toPoint());
+    const QImage seen = view->viewport()->grab().toImage();
+    return seen.pixelColor((at * seen.devicePixelRatio()).toPoint());
   }
 
   QApplication& application;
