@@ -40,11 +40,11 @@ class DiagramView : public QAbstractScrollArea {
   void keyReleaseEvent(QKeyEvent* event) override;
 
  private:
+  void askForMenu();
   void showDamage(const std::vector<platform::Rect>& areas);
   void showPosition();
   void showCursor();
   void showAutoScroll();
-  void askForMenu();
 
   platform::Ref<canvas::DiagramControl> m_control;
   DiagramPicture m_picture;

@@ -4,7 +4,7 @@ namespace brisel::qt {
 
 namespace {
 
-struct Row {
+struct HostButton {
   const char* key;  ///< also the icon's; empty for a separator
   const char* tooltip;
   bool works = true;  ///< a command that is still to come shows that it will
@@ -13,7 +13,7 @@ struct Row {
 
 constexpr const char* kNewClass = "NewClass";
 
-constexpr Row kButtons[] = {
+constexpr HostButton kButtons[] = {
     {kNewClass, "draw new classes"},
     {"Association", "draw associations"},
     {"CompositeAggregation", "draw composite aggregations"},
@@ -31,7 +31,7 @@ constexpr Row kButtons[] = {
 
 HostButtons::HostButtons(editor::CLSEditor& editor, const std::string& installationFolder)
     : m_editor(editor), m_canvas(editor.diagram()) {
-  for (const Row& row : kButtons) {
+  for (const HostButton& row : kButtons) {
     const std::string stem = row.icon ? row.icon : row.key;
     const std::string icon = stem.empty() ? stem : installationFolder + "\\" + stem + ".bmp";
     m_canvas->AddButton(row.key, "", row.tooltip, icon, !stem.empty() && row.works);

@@ -12,29 +12,8 @@
 
 namespace brisel::qt {
 
-namespace {
-
 /// What must be there for a command to apply.
-enum class Needs { nothing, items, selection, oneItem, oneNode };
-
-bool has(const canvas::DiagramControl& canvas, Needs needs) {
-  const canvas::Selection& selection = canvas.selection();
-  switch (needs) {
-    case Needs::nothing:
-      return true;
-    case Needs::items:
-      return canvas.scene().nodes().size() > 0;
-    case Needs::selection:
-      return !selection.empty();
-    case Needs::oneItem:
-      return selection.size() == 1;
-    case Needs::oneNode:
-      return selection.size() == 1 && !selection.nodes().empty();
-  }
-  return true;
-}
-
-}  // namespace
+enum class MainMenus::Needs { nothing, items, selection, oneItem, oneNode };
 
 /// `canvasKey` is a key that the canvas answers itself: the menu shows it as the shortcut and
 /// presses it, but leaves it to whoever has the keyboard. A row without a key is a separator.
@@ -190,9 +169,26 @@ void MainMenus::pressKey(const Row& row) {
   m_canvas.KeyPress(row.canvasKey, ctrl ? "ctrl" : "");
 }
 
+bool MainMenus::has(Needs needs) const {
+  const canvas::Selection& selection = m_canvas.selection();
+  switch (needs) {
+    case Needs::nothing:
+      break;
+    case Needs::items:
+      return m_canvas.scene().nodes().size() > 0;
+    case Needs::selection:
+      return !selection.empty();
+    case Needs::oneItem:
+      return selection.size() == 1;
+    case Needs::oneNode:
+      return selection.size() == 1 && !selection.nodes().empty();
+  }
+  return true;
+}
+
 void MainMenus::refresh() {
   for (const auto& [row, action] : m_actions) {
-    if (row->needs != Needs::nothing) action->setEnabled(has(m_canvas, row->needs));
+    if (row->needs != Needs::nothing) action->setEnabled(has(row->needs));
   }
 }
 

@@ -32,6 +32,7 @@ class MainMenus : public QObject {
   [[nodiscard]] QAction* action(std::string_view key) const;
 
  private:
+  enum class Needs;
   struct Row;
 
   static const std::vector<Row>& rows();
@@ -40,6 +41,7 @@ class MainMenus : public QObject {
   QAction* makeAction(const Row& row, const Commands& own);
   QAction* buttonAction(const Row& row, const Commands& own) const;
   void pressKey(const Row& row);
+  [[nodiscard]] bool has(Needs needs) const;
   void refresh();
 
   QMenuBar& m_bar;

@@ -30,7 +30,7 @@ constexpr double kMarkSize = 9 * kTwipsPerPoint;
 constexpr QRgb kMarkColor = 0xFF5A6470;
 constexpr QRgb kCutColor = 0xFFB4BAC3;
 
-QString tr(const char* text) { return QCoreApplication::translate("Printing", text); }
+QString inWords(const char* text) { return QCoreApplication::translate("Printing", text); }
 
 PageFit keptFit() {
   return QSettings().value(kSetting, false).toBool() ? PageFit::tiles : PageFit::onePage;
@@ -40,10 +40,10 @@ PageFit keptFit() {
 QComboBox* makeChoice(QWidget* parent) {
   auto* choice = new QComboBox(parent);
   choice->setObjectName("PageFit");
-  choice->addItem(tr("Fit on one page"));
-  choice->addItem(tr("Tile at 100 %"));
+  choice->addItem(inWords("Fit on one page"));
+  choice->addItem(inWords("Tile at 100 %"));
   choice->setCurrentIndex(keptFit() == PageFit::tiles ? 1 : 0);
-  choice->setToolTip(tr("Whether a large diagram is made smaller or put on several pages"));
+  choice->setToolTip(inWords("Whether a large diagram is made smaller or put on several pages"));
   return choice;
 }
 
@@ -109,10 +109,10 @@ void showPreview(const canvas::Scene& scene, QPrinter& printer, QWidget* parent)
 void askAndPrint(const canvas::Scene& scene, QPrinter& printer, QWidget* parent) {
   QPrintDialog dialog(&printer, parent);
   auto* tab = new QWidget(&dialog);
-  tab->setWindowTitle(tr("Diagram"));
+  tab->setWindowTitle(inWords("Diagram"));
   auto* form = new QFormLayout(tab);
   auto* choice = makeChoice(tab);
-  form->addRow(tr("Pages:"), choice);
+  form->addRow(inWords("Pages:"), choice);
   dialog.setOptionTabs({tab});
   const PageFit offered = keptFit();
   const QPageLayout::Orientation turned = printer.pageLayout().orientation();

@@ -1,6 +1,5 @@
 #include "qt/StatusLine.h"
 
-#include <QCoreApplication>
 #include <QLabel>
 #include <QStatusBar>
 #include <cmath>
@@ -12,14 +11,12 @@ namespace brisel::qt {
 
 namespace {
 
-QString tr(const char* text) { return QCoreApplication::translate("StatusLine", text); }
-
 QString counted(std::int64_t count, const QString& one, const QString& many) {
   return QString::number(count) + ' ' + (count == 1 ? one : many);
 }
 
 /// The tools in hand, by the button that looks pressed.
-constexpr std::pair<const char*, const char*> kTools[] = {
+constexpr std::pair<const char*, const char*> kToolNames[] = {
     {"NewClass", "New class"},
     {"Association", "Association"},
     {"CompositeAggregation", "Composite aggregation"},
@@ -86,7 +83,7 @@ void StatusLine::showFirst() { m_first->setText(m_hint.isEmpty() ? m_over : m_hi
 void StatusLine::showTool() {
   const canvas::ButtonBar& buttons = m_document.canvas().buttonBar();
   QString text = tr("Select");
-  for (const auto& [key, name] : kTools) {
+  for (const auto& [key, name] : kToolNames) {
     const canvas::Button* button = buttons.find(key);
     if (button && button->pressed) text = tr(name);
   }

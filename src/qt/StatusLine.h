@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QCoreApplication>
 #include <QString>
 #include <string>
 #include <vector>
@@ -14,6 +15,8 @@ namespace brisel::qt {
 /// What the status bar of the application's window tells: what a press would do or what the pointer
 /// is over, the tool in hand, how much there is, and the zoom. Document and bar must outlive it.
 class StatusLine {
+  Q_DECLARE_TR_FUNCTIONS(StatusLine)
+
  public:
   StatusLine(QStatusBar& bar, component::Document& document);
 
