@@ -181,6 +181,34 @@ void scrollBy40(benchmark::State& state) {
 }
 BENCHMARK(scrollBy40)->ArgName("sideways")->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);
 
+/// A class in the middle is dragged about: all that a view does from the pointer to the picture.
+void dragOneClass(benchmark::State& state) {
+  Screen& s = screen();
+  s.show(100, kMiddle);
+  canvas::DiagramControl& control = *s.diagram.control;
+  std::size_t told = 0;
+  const auto damaged = control.scene().Damaged.connect([&](const auto& areas) {
+    s.picture.damage(areas);
+    told += areas.size();
+  });
+  std::vector<const canvas::Node*> nodes;
+  std::vector<const canvas::Link*> links;
+  const Point middle = s.view().visible().center();
+  control.scene().itemsIn(Rect{middle.x, middle.y, 1, 1}.grownBy(2000), nodes, links);
+  const Point grip = nodes.front()->bounds().topLeft() + Point{300, 200};
+  control.PointerPress(grip.x, grip.y, "left", "");
+  double step = 0;
+  for (auto _ : state) {
+    step = step > 3000 ? 0 : step + 75;
+    control.PointerMove(grip.x + step, grip.y + step / 2);
+    benchmark::DoNotOptimize(control.scene().extent());
+    s.present();
+  }
+  if (told == 0) state.SkipWithError("nothing moved");
+  control.KeyPress("Escape", "");
+}
+BENCHMARK(dragOneClass)->Unit(benchmark::kMillisecond);
+
 void bareWhole(benchmark::State& state) {
   screen().showAll();
   const canvas::Scene& scene = screen().diagram.control->scene();

@@ -73,8 +73,9 @@ bool DiagramControl::createNode(std::string_view key, std::string_view text, dou
   const Ref<DiagramControl> self(this);
   const std::string unique = newKey(key);
   if (unique.empty() || m_scene.node(unique)) return false;
-  const Rect bounds{left, top, width > 0 ? width : m_newNodeSize.width,
-                    height > 0 ? height : m_newNodeSize.height};
+  // What is no number is neither: it is refused below.
+  const Rect bounds{left, top, width <= 0 ? m_newNodeSize.width : width,
+                    height <= 0 ? m_newNodeSize.height : height};
   const auto node = make<Node>(unique, text, bounds, style, m_sections);
   m_scene.addNode(node);
   NodeCreated(unique);
@@ -132,10 +133,11 @@ void DiagramControl::take(const std::vector<Ref<Node>>& nodes,
       if (known.insert(end.link).second) going.emplace_back(end.link);
     }
   }
+  bool wasInHand = false;
   {
     const Scene::Update update(&m_scene);
-    for (const auto& link : going) m_interaction->forget(*link);
-    for (const auto& node : nodes) m_interaction->forget(*node);
+    for (const auto& link : going) wasInHand |= m_interaction->forget(*link);
+    for (const auto& node : nodes) wasInHand |= m_interaction->forget(*node);
     for (const auto& link : going) m_scene.remove(*link);
     for (const auto& node : nodes) m_scene.remove(*node);
   }
@@ -143,6 +145,7 @@ void DiagramControl::take(const std::vector<Ref<Node>>& nodes,
   for (const auto& node : nodes) NodeDeleted(node->key());
   for (const auto& link : going) link->dropStored();
   for (const auto& node : nodes) node->dropStored();
+  if (wasInHand) m_interaction->refresh();
 }
 
 bool DiagramControl::deleteNode(const Value& keyOrNode) {

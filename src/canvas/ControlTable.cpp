@@ -66,6 +66,7 @@ void addView(MemberTableOf<C>& table) {
 
 void addHand(MemberTableOf<C>& table) {
   table.method("PointerMove", &C::PointerMove)
+      .optional(1)
       .method("PointerPress", &C::PointerPress)
       .optional(2)
       .method("PointerRelease", &C::PointerRelease)

@@ -298,9 +298,9 @@ void DiagramControl::CopyToClipboard() {
 
 void DiagramControl::PrintDiagram(bool preview) { PrintRequested(preview); }
 
-void DiagramControl::PointerMove(double x, double y) {
+void DiagramControl::PointerMove(double x, double y, std::string_view modifiers) {
   const Ref<DiagramControl> self(this);
-  m_interaction->pointerMove(placeOf(x, y));
+  m_interaction->pointerMove(placeOf(x, y), modifiersNamed(modifiers));
 }
 
 void DiagramControl::PointerPress(double x, double y, std::string_view button,
@@ -377,16 +377,24 @@ void DiagramControl::paintGesture(Painter& painter, double scale) const {
   m_interaction->paint(painter, scale);
 }
 
+bool DiagramControl::autoScrolls() const { return m_interaction->scrollStep() != Point{}; }
+
+void DiagramControl::autoScroll() {
+  const Ref<DiagramControl> self(this);
+  m_interaction->autoScroll();
+}
+
 bool DiagramControl::canDrawLink() const { return m_settings->CanDrawLink(); }
 
 std::string DiagramControl::refusal(std::string_view link, const Node& source,
                                     const Node& target) const {
-  return m_linkRule ? m_linkRule(link, source.itemKey(), target.itemKey()) : std::string();
+  const platform::LinkRule rule = m_linkRule;  // it may put another one in its place
+  return rule ? rule(link, source.itemKey(), target.itemKey()) : std::string();
 }
 
 bool DiagramControl::canDrop(const Node& node, std::string_view tag, const Node* target) const {
-  if (!m_dropRule) return true;
-  return m_dropRule(node.itemKey(), tag, target ? target->itemKey() : std::string_view());
+  const platform::DropRule rule = m_dropRule;
+  return !rule || rule(node.itemKey(), tag, target ? target->itemKey() : std::string_view());
 }
 
 }  // namespace brisel::canvas

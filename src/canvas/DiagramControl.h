@@ -28,6 +28,12 @@ class Painter;
 /// The diagram control: a scene, the view onto it, what is selected, a tool bar of its own, and
 /// what a person's hand does with them. Knows no toolkit: a view paints it, feeds it pointer and
 /// keys, and follows its events.
+///
+/// Said once for all members: places and sizes are in twips of the canvas; keys are compared letter
+/// for letter; where a member takes a node or a link, hosts give the item itself or its key. What
+/// is not on this canvas, another canvas's items among it, is an unknown one: it gives false,
+/// nothing or an empty collection, never an error. Collections are the items as they were at the
+/// call.
 class DiagramControl : public platform::DiagramControl {
  public:
   /// Of the zoom buttons and keys: a factor.
@@ -36,11 +42,16 @@ class DiagramControl : public platform::DiagramControl {
   explicit DiagramControl(platform::ComponentRegistry& registry);
   ~DiagramControl() override;
 
+  /// Whether the tool bar above the canvas is seen.
   void ShowToolbar(bool show) override;
-  /// A picture for later use by name, in nodePicture and its kin: name, file.
+  /// A picture for later use by name, in nodePicture and its kin: its name, which replaces an
+  /// earlier picture of that name, and the path of its file, which is not read here.
   void AddImage(std::string_view name, std::string_view file);
   /// The file of a picture; empty for an unknown name.
   [[nodiscard]] std::string imageFile(std::string_view name) const;
+  /// At the end of the tool bar: the key that ToolbarButton tells, the text on the button, the text
+  /// beside the resting pointer, the path of the icon, and whether it can be clicked. All empty
+  /// make a separator.
   void AddButton(std::string_view key, std::string_view caption, std::string_view tooltip,
                  std::string_view icon, bool enabled) override;
   /// The buttons that the canvas itself answers: select, zoom, print, copy, layouts.
@@ -53,53 +64,73 @@ class DiagramControl : public platform::DiagramControl {
   /// Each with key, caption, tooltip, icon, enabled, pressed.
   [[nodiscard]] platform::Ref<platform::Collection> Buttons() const;
 
+  /// Of a node that a click makes, and of one created without a size. An Error (invalidCall) for a
+  /// size that is not above zero or out of reach.
   void SetNewNodeSize(double width, double height) override;
   [[nodiscard]] std::int64_t BackColor() const;
+  /// Red in the lowest byte, then green and blue; or a system colour (0x80000000 and its number).
   void BackColor(std::int64_t rgb) override;
+  /// The font of titles, and that of rows, labels and end texts: its name and its size in points,
+  /// from 1 to 1000, an Error (invalidCall) else. All boxes that fit their text follow.
   void LabelFont(std::string_view name, double size) override;
   void SectionFont(std::string_view name, double size) override;
+  /// Gives the keys of what is made without one, by its `GetUUID`; empty for none, and then nothing
+  /// is made by hand.
   [[nodiscard]] platform::Ref<platform::Object> UUIDGenerator() const { return m_generator; }
   void UUIDGenerator(platform::Object* generator) override;
-  /// Each of the three ends a gesture under way.
+  /// Each of the three ends a gesture under way as if it had never begun.
   void SelectMode() override;
   void ClickCreateMode() override;
-  /// A rectangle drawn on empty canvas becomes a node of that size. Switches "CanDrawLink" on.
+  /// A rectangle drawn on empty canvas becomes a node of that size, as it does in ClickCreateMode;
+  /// a click makes one, too. Switches "CanDrawLink" on.
   void DrawCreateMode();
   [[nodiscard]] std::string Mode() const override;
   /// Takes everything away. Raises no events of deleted items.
   void Clear() override;
+  /// Has everything painted again.
   void refresh() override;
-  /// Raises NodeMoved for each node that moved. A layout of all nodes begins at the upper left
-  /// corner of the canvas, which is scrolled into view.
+  /// One of the codes of platform::DiagramControl::Layout. Raises NodeMoved for each node that
+  /// moved. A layout of all nodes begins at the upper left corner of the canvas, which is scrolled
+  /// into view.
   void Layout(std::string_view code) override;
+  /// An object with the property "CanDrawLink" and the method "Layout"(code).
   platform::Ref<platform::Object> GetDiagram() override;
   /// The view's native window, as the view told it; 0 without a view.
   [[nodiscard]] std::int64_t GetDiagramHandle() const { return m_handle; }
 
+  /// Key, empty for a fresh one; title; upper left corner; size, of which what is not above zero is
+  /// that of a new node; style, Node::kClassBox. False when the key is in use or there is none. An
+  /// Error (invalidCall) for what is not a number or out of reach; nothing is created then.
   bool createNode(std::string_view key, std::string_view text, double left, double top,
                   double width, double height, std::int64_t style) override;
+  /// Key, empty for a fresh one; label; keys of the two nodes. False when the key is in use, there
+  /// is none, or an end is missing. It has the decorations of new links.
   bool createLink(std::string_view key, std::string_view text, std::string_view source,
                   std::string_view target) override;
   [[nodiscard]] platform::Ref<platform::DiagramNode> getNode(std::string_view key) override;
   [[nodiscard]] platform::Ref<platform::DiagramLink> getLink(std::string_view key) override;
+  /// False for an unknown one. A node takes its links along; deletions are told when all are gone.
   bool deleteNode(const platform::Value& keyOrNode) override;
   bool deleteLink(const platform::Value& keyOrLink) override;
   /// True when there was something to delete; so too for marked ones.
   bool deleteSelectedItems();
   bool deleteMarkedItems();
+  /// In the order of creation; what is selected in the order of selecting.
   [[nodiscard]] platform::Ref<platform::Collection> getAllNodes() override;
   [[nodiscard]] platform::Ref<platform::Collection> getAllLinks() override;
   [[nodiscard]] platform::Ref<platform::Collection> getSelectedNodes() override;
   [[nodiscard]] platform::Ref<platform::Collection> getSelectedLinks() override;
   [[nodiscard]] platform::Ref<platform::DiagramNode> nodeAt(platform::Point point) override;
-  /// Of a node or its key, in the order of creation; empty for what is not on the canvas.
+  /// Of a node, in the order of creation: those that end there, those that begin there. A link to
+  /// its own node is among both.
   [[nodiscard]] platform::Ref<platform::Collection> getIncomingLinks(const platform::Value& node);
   [[nodiscard]] platform::Ref<platform::Collection> getOutgoingLinks(const platform::Value& node);
-  /// Adds the item, given itself or by its key, to the selection; false for an unknown one.
+  /// Adds the item to the selection; false for an unknown one, true for a selected one, too.
   bool selNode(const platform::Value& node);
   bool selLink(const platform::Value& link);
   /// True when something was selected.
   bool unselectAll();
+  /// A mark is not seen: it is a host's note for deleteMarkedItems. Results as for the selection.
   bool markNode(const platform::Value& node);
   bool markLink(const platform::Value& link);
   bool unmarkAll();
@@ -127,7 +158,8 @@ class DiagramControl : public platform::DiagramControl {
   void linkBeginArrow(int code) { m_linkBeginArrow = code; }
   [[nodiscard]] int linkEndArrow() const { return m_linkEndArrow; }
   void linkEndArrow(int code) { m_linkEndArrow = code; }
-  /// Width and height in twips of the node that a link drawn to empty canvas ends at.
+  /// Width and height in twips of the node at the end of a link that ends nowhere; kept for hosts:
+  /// no link that a hand draws ends nowhere.
   [[nodiscard]] int linkNodeCX() const { return m_linkNodeCX; }
   void linkNodeCX(int width) { m_linkNodeCX = width; }
   [[nodiscard]] int linkNodeCY() const { return m_linkNodeCY; }
@@ -137,25 +169,29 @@ class DiagramControl : public platform::DiagramControl {
 
   /// Percent.
   [[nodiscard]] double getZoom() const override { return m_viewport.zoom(); }
+  /// Percent, brought into the range of 2 to 800; around the middle of the view.
   void zoom(double percent) { m_viewport.zoomTo(percent); }
+  /// 100 percent.
   void noZoom() { m_viewport.zoomTo(100); }
   /// A length in pixels of the view as twips of the canvas, at the current zoom.
   [[nodiscard]] double TransformExtent(double pixels) const { return m_viewport.toTwips(pixels); }
   [[nodiscard]] platform::Rect toView(const platform::Rect& area) const override;
   [[nodiscard]] platform::Size viewSize() const override;
-  /// Of a node the middle of its box, of a link the middle of its line: an object with x and y;
-  /// nothing for what is no item.
+  /// Of a node the middle of its box, of a link the middle of its line: an object with x and y; a
+  /// key is taken for a node's first. Nothing for an unknown one.
   [[nodiscard]] platform::Ref<platform::Object> GetCenter(const platform::Value& item);
   /// The node at a point (an object with x and y in twips), or at the pointer for empty; or
   /// nothing.
   [[nodiscard]] platform::Ref<platform::DiagramNode> GetHitNode(const platform::Value& point);
-  /// Puts an SVG of the whole diagram there.
+  /// Puts the whole diagram there.
   void CopyToClipboard();
-  /// Asks the view to print, or with true to show the preview.
+  /// Asks the view to print, or with true to show the preview; false when left away.
   void PrintDiagram(bool preview);
 
   // A person's input, in twips of the canvas; buttons and modifiers by name (Input.h).
-  void PointerMove(double x, double y);
+  /// A gesture under way follows. With "alt" what is moved or resized does not snap to its
+  /// neighbours.
+  void PointerMove(double x, double y, std::string_view modifiers = {});
   void PointerPress(double x, double y, std::string_view button, std::string_view modifiers);
   void PointerRelease(double x, double y, std::string_view button, std::string_view modifiers);
   void PointerDoubleClick(double x, double y);
@@ -194,6 +230,7 @@ class DiagramControl : public platform::DiagramControl {
   /// A press on empty canvas draws a node.
   [[nodiscard]] bool createsNodes() const { return m_mode != PointerMode::select; }
   [[nodiscard]] platform::Size newNodeSize() const { return m_newNodeSize; }
+  [[nodiscard]] std::size_t sectionsOfNewNodes() const { return m_sections; }
   /// What the hand makes, as `createNode` and `createLink` do, under fresh keys; it is the only
   /// selected item then. Nothing when it was refused, or taken away by who was told of it.
   Node* drawNode(const platform::Rect& bounds);
@@ -202,7 +239,14 @@ class DiagramControl : public platform::DiagramControl {
   static constexpr std::string_view kNewNodeText = "newClass";
   void windowHandle(std::int64_t handle) { m_handle = handle; }
 
+  /// The pointer rests within kScrollEdgePixels of the view's edge, or outside, while something is
+  /// dragged: a view calls autoScroll every 16 ms for as long. Nothing scrolls by itself.
+  [[nodiscard]] bool autoScrolls() const;
+  /// One step of scrolling, the longer the further out the pointer is; what is dragged goes along.
+  void autoScroll();
+
   platform::Event<> CursorChanged;
+  platform::Event<> AutoScrollChanged;
   /// The view prints, or with true shows the preview.
   platform::Event<bool> PrintRequested;
 

@@ -28,15 +28,27 @@ MoveState::MoveState(Interaction& owner, Point start, SelectionMemory before)
     : InteractionState(owner),
       m_start(start),
       m_before(std::move(before)),
-      m_items(owner.control().scene()) {}
+      m_items(owner.control().scene()),
+      m_guides(owner.control()) {}
 
-void MoveState::enter() { m_items.moveBy(m_owner.pointer() - m_start); }
+void MoveState::enter() { move({m_owner.pointer(), PointerButton::none, m_owner.modifiers()}); }
 
-void MoveState::move(const PointerEvent& event) { m_items.moveBy(event.at - m_start); }
+void MoveState::move(const PointerEvent& event) {
+  const Scene::Update update(&m_owner.control().scene());
+  // A release tells of modifiers too, but Alt may have been let go a moment before.
+  m_free = event.modifiers.alt || (m_free && isLeft(event));
+  m_guides.hide();
+  Point way = wholeTwips(event.at - m_start);
+  if (!m_free) {
+    way = wholeTwips(way + m_guides.snap(m_items.bounds().movedBy(way), {}, {}));
+    m_guides.show(m_items.bounds().movedBy(way), {}, {});
+  }
+  m_items.moveBy(way);
+}
 
 void MoveState::release(const PointerEvent& event) {
   if (!isLeft(event)) return;
-  m_items.moveBy(event.at - m_start);
+  move(event);
   const auto keys = m_items.movedKeys();
   m_owner.rest();
   for (const std::string& key : keys) m_owner.control().NodeMoved(key);
@@ -51,14 +63,36 @@ ResizeState::ResizeState(Interaction& owner, Node& node, Handle handle, Point st
     : InteractionState(owner),
       m_node(&node),
       m_handle(handle),
+      m_start(start),
       m_offset(handlesOf(node.bounds())[static_cast<std::size_t>(handle)] - start),
       m_before(node.bounds()),
       m_fitted(node.fitsText()),
-      m_cursor(owner.hoverCursor()) {}
+      m_cursor(owner.hoverCursor()),
+      m_guides(owner.control()) {}
 
 void ResizeState::move(const PointerEvent& event) {
-  const Point to = wholeTwips(event.at + m_offset);
-  m_node->bounds(withinReach(pulled(m_before, m_handle, to, m_node->minimumSize())));
+  const double threshold = m_owner.control().viewport().toTwips(kDragPixels);
+  m_moved |= distance(event.at, m_start, m_start) >= threshold;
+  if (!m_moved) return;
+  m_free = event.modifiers.alt || (m_free && isLeft(event));
+  pull(wholeTwips(event.at + m_offset));
+}
+
+void ResizeState::pull(Point to) {
+  const Scene::Update update(m_node->scene());
+  const auto [left, right, top, bottom] = sidesOf(m_handle);
+  const AlignedLines across{left, false, right};
+  const AlignedLines down{top, false, bottom};
+  const auto boxAt = [&](Point at) {
+    return withinReach(pulled(m_before, m_handle, wholeTwips(at), m_node->minimumSize()));
+  };
+  Rect box = boxAt(to);
+  m_guides.hide();
+  if (!m_free) {
+    box = boxAt(to + m_guides.snap(box, across, down, m_node.get()));
+    m_guides.show(box, across, down);
+  }
+  m_node->bounds(box);
 }
 
 void ResizeState::release(const PointerEvent& event) {

@@ -5,49 +5,66 @@
 #include <string>
 #include <vector>
 
+#include "canvas/Guides.h"
 #include "canvas/Handles.h"
 #include "canvas/InteractionState.h"
 #include "canvas/Memory.h"
 
 namespace brisel::canvas {
 
-/// Boxes follow the pointer, and the lines follow them.
+/// Boxes follow the pointer, and the lines follow them. They are drawn to where they are aligned
+/// with their neighbours, unless Alt is held.
 class MoveState : public InteractionState {
  public:
   /// `before` is what was selected when the button went down.
   MoveState(Interaction& owner, platform::Point start, SelectionMemory before);
 
   void enter() override;
+  void leave() override { m_guides.hide(); }
   void move(const PointerEvent& event) override;
   void release(const PointerEvent& event) override;
   void cancel() override;
   [[nodiscard]] bool needs(const Item& item) const override { return m_items.contains(item); }
   [[nodiscard]] CursorShape cursor() const override { return CursorShape::move; }
+  [[nodiscard]] bool scrollsAtEdge() const override { return true; }
+  void paint(Painter& painter, double scale) const override { m_guides.paint(painter, scale); }
 
  private:
   platform::Point m_start;
   SelectionMemory m_before;
   MovingItems m_items;
+  Guides m_guides;
+  bool m_free = false;  ///< Alt is held
 };
 
-/// A handle of a box follows the pointer.
+/// A handle of a box follows the pointer; the sides that it pulls are drawn to alignments as boxes
+/// are that are moved.
 class ResizeState : public InteractionState {
  public:
   ResizeState(Interaction& owner, Node& node, Handle handle, platform::Point start);
 
+  void leave() override { m_guides.hide(); }
   void move(const PointerEvent& event) override;
   void release(const PointerEvent& event) override;
   void cancel() override;
   [[nodiscard]] bool needs(const Item& item) const override { return &item == m_node.get(); }
   [[nodiscard]] CursorShape cursor() const override;
+  [[nodiscard]] bool scrollsAtEdge() const override { return m_moved; }
+  void paint(Painter& painter, double scale) const override { m_guides.paint(painter, scale); }
 
  private:
+  void pull(platform::Point to);
+
   platform::Ref<Node> m_node;
   Handle m_handle;
+  platform::Point m_start;
   platform::Point m_offset;  ///< from the pointer to the middle of the handle
   platform::Rect m_before;
   bool m_fitted;
+  bool m_moved = false;
   CursorShape m_cursor;
+  Guides m_guides;
+  bool m_free = false;  ///< Alt is held
 };
 
 /// A bend of a line follows the pointer; one dropped where the line would run without it goes away.
@@ -62,6 +79,7 @@ class BendState : public InteractionState {
   void cancel() override;
   [[nodiscard]] bool needs(const Item& item) const override { return &item == m_link.get(); }
   [[nodiscard]] CursorShape cursor() const override { return CursorShape::pointing; }
+  [[nodiscard]] bool scrollsAtEdge() const override { return m_moved; }
 
  private:
   platform::Ref<Link> m_link;
@@ -83,6 +101,7 @@ class RubberBandState : public InteractionState {
   void release(const PointerEvent& event) override;
   void cancel() override;
   [[nodiscard]] CursorShape cursor() const override { return CursorShape::cross; }
+  [[nodiscard]] bool scrollsAtEdge() const override { return m_band.has_value(); }
   void paint(Painter& painter, double scale) const override;
 
  private:

@@ -20,8 +20,6 @@ namespace {
 
 constexpr double kLoopPixels = 40;  ///< so far from its start a drag means a line to its own box
 
-bool isLeft(const PointerEvent& event) { return event.button == PointerButton::left; }
-
 /// What a length drawn along one axis becomes: no shorter than the least, in its own direction.
 double atLeast(double drawn, double least) {
   return drawn < 0 ? std::min(drawn, -least) : std::max(drawn, least);
@@ -33,7 +31,7 @@ DrawNodeState::DrawNodeState(Interaction& owner, Point start)
     : InteractionState(owner),
       m_start(wholeTwips(start)),
       m_ghost(platform::make<Node>("", DiagramControl::kNewNodeText, Rect{}, Node::kClassBox,
-                                   std::size_t{0})) {}
+                                   owner.control().sectionsOfNewNodes())) {}
 
 void DrawNodeState::leave() { show({}); }
 
@@ -43,7 +41,7 @@ void DrawNodeState::move(const PointerEvent& event) {
 }
 
 void DrawNodeState::release(const PointerEvent& event) {
-  if (!isLeft(event)) return;
+  if (event.button != PointerButton::left) return;
   move(event);
   DiagramControl& control = m_owner.control();
   const Size usual = control.newNodeSize();
@@ -58,7 +56,8 @@ Rect DrawNodeState::drawnTo(Point to) const {
   const Point way = wholeTwips(to) - m_start;
   const double width =
       atLeast(way.x, std::max(kMinimumWidth, std::ceil(text.width + 2 * kPadding)));
-  const double height = atLeast(way.y, std::ceil(text.height + 2 * kTitlePadding));
+  const double sections = static_cast<double>(m_ghost->sectionCount()) * kEmptySection;
+  const double height = atLeast(way.y, std::ceil(text.height + 2 * kTitlePadding + sections));
   return withinReach(Rect{m_start.x + std::min(0.0, width), m_start.y + std::min(0.0, height),
                           std::abs(width), std::abs(height)});
 }
@@ -130,7 +129,7 @@ bool DrawLinkState::aim(Point at, bool asks) {
 }
 
 void DrawLinkState::release(const PointerEvent& event) {
-  if (!isLeft(event) || !aim(event.at, true)) return;
+  if (event.button != PointerButton::left || !aim(event.at, true)) return;
   const Ref<Node> source = m_source;
   const Ref<Node> target = m_reason.empty() ? m_target : nullptr;
   m_owner.rest();

@@ -20,14 +20,18 @@ std::array<Point, kHandleCount> handlesOf(const Rect& box) {
            {box.left, middle.y}}};
 }
 
+PulledSides sidesOf(Handle handle) {
+  const auto isOneOf = [&](Handle a, Handle b, Handle c) {
+    return handle == a || handle == b || handle == c;
+  };
+  return {.left = isOneOf(Handle::topLeft, Handle::left, Handle::bottomLeft),
+          .right = isOneOf(Handle::topRight, Handle::right, Handle::bottomRight),
+          .top = isOneOf(Handle::topLeft, Handle::top, Handle::topRight),
+          .bottom = isOneOf(Handle::bottomLeft, Handle::bottom, Handle::bottomRight)};
+}
+
 Rect pulled(const Rect& box, Handle handle, Point to, Size smallest) {
-  const bool left =
-      handle == Handle::topLeft || handle == Handle::left || handle == Handle::bottomLeft;
-  const bool right =
-      handle == Handle::topRight || handle == Handle::right || handle == Handle::bottomRight;
-  const bool top = handle == Handle::topLeft || handle == Handle::top || handle == Handle::topRight;
-  const bool bottom =
-      handle == Handle::bottomLeft || handle == Handle::bottom || handle == Handle::bottomRight;
+  const auto [left, right, top, bottom] = sidesOf(handle);
   // A box that is smaller already may stay so, but does not shrink.
   const double width = std::min(smallest.width, box.width);
   const double height = std::min(smallest.height, box.height);

@@ -21,7 +21,7 @@ class Interaction {
   explicit Interaction(DiagramControl& control);
   ~Interaction();
 
-  void pointerMove(platform::Point at);
+  void pointerMove(platform::Point at, Modifiers modifiers);
   void pointerPress(const PointerEvent& event);
   void pointerRelease(const PointerEvent& event);
   void pointerDoubleClick(platform::Point at);
@@ -30,13 +30,21 @@ class Interaction {
   /// While it is held, the left button pans.
   void spaceHeld(bool held);
 
+  /// Pixels of the view that the next tick scrolls by; nothing while the pointer rests elsewhere than
+  /// at the edge, or no gesture that scrolls there is under way.
+  [[nodiscard]] platform::Point scrollStep() const;
+  /// One tick: scrolls towards the edge at which the pointer rests, and the gesture goes on at what
+  /// is now under it. Beyond the items there is nothing to scroll to.
+  void autoScroll();
+
   /// Ends a gesture as if it had never begun; false when there was none.
   bool cancel();
   [[nodiscard]] bool inGesture() const { return m_state->isGesture(); }
-  /// The item leaves the canvas: a gesture that needs it ends.
-  void forget(Item& item);
+  /// The item leaves the canvas: a gesture that needs it ends. Raises nothing: with the answer
+  /// true, `refresh` is to follow when the item is gone.
+  bool forget(Item& item);
 
-  /// The mode is another: the pointer and the hint tell at once what a press does now.
+  /// Mode or items are others: the pointer and the hint tell at once what a press does now.
   void refresh();
 
   [[nodiscard]] CursorShape cursor() const;
@@ -47,6 +55,8 @@ class Interaction {
 
   // For the states.
   [[nodiscard]] DiagramControl& control() const { return m_control; }
+  /// Held when the pointer was last heard of.
+  [[nodiscard]] Modifiers modifiers() const { return m_modifiers; }
   [[nodiscard]] bool isSpaceHeld() const { return m_spaceHeld; }
   [[nodiscard]] std::optional<Hit> hitAt(platform::Point at) const;
   void change(std::unique_ptr<InteractionState> next);
@@ -68,7 +78,8 @@ class Interaction {
   /// Keeps states that ended alive until the outermost input was dealt with.
   class Dispatch;
 
-  void pointerAt(platform::Point at);
+  void undoGesture();
+  void pointerAt(const PointerEvent& event);
   void leaveHovered();
   /// What a press would do where the pointer is.
   void offer(const std::optional<Hit>& hit);
@@ -86,6 +97,10 @@ class Interaction {
   platform::Ref<Node> m_made;
   platform::Point m_pointer;
   bool m_pointerInside = false;
+  platform::Point m_seenAt;     ///< the pointer in pixels of the view
+  platform::Point m_pressedAt;  ///< where it was when the button went down, in pixels
+  Modifiers m_modifiers;
+  bool m_shownScrolling = false;
   bool m_spaceHeld = false;
   int m_depth = 0;
 };

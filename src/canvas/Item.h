@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "canvas/ExtentTree.h"
 #include "canvas/GridIndex.h"
 #include "platform/Diagram.h"
 
@@ -28,6 +29,8 @@ class Item {
   [[nodiscard]] virtual bool isLink() const = 0;
   /// Around all that is painted of the item, its labels and decorations included, without handles.
   [[nodiscard]] virtual platform::Rect extent() const = 0;
+  /// Adds rectangles that together cover all that is painted; by these the item is found.
+  virtual void addParts(std::vector<platform::Rect>& parts) const { parts.push_back(extent()); }
 
   [[nodiscard]] const std::string& itemKey() const { return m_key; }
   [[nodiscard]] const std::string& itemText() const { return m_text; }
@@ -57,6 +60,7 @@ class Item {
   std::uint64_t m_order = 0;
   std::size_t m_pending = 0;  ///< place in the scene's list of changed items, from 1; 0: not in it
   GridIndex::Place m_place;
+  std::size_t m_extentSlot = ExtentTree::kNoSlot;
   bool m_selected = false;
   bool m_marked = false;
   std::vector<std::pair<std::string, platform::Ref<platform::Object>>> m_objects;

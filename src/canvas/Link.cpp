@@ -33,6 +33,16 @@ void checkIndex(std::size_t index, std::size_t count) {
               "No bend " + std::to_string(index) + " in a link of " + std::to_string(count));
 }
 
+/// A line is found by pieces of this length in twips, or in this many of them if it is very long.
+constexpr double kPartLength = 8192;
+constexpr double kMostParts = 12;
+
+double longerSide(Point a, Point b) { return std::max(std::abs(a.x - b.x), std::abs(a.y - b.y)); }
+
+Rect rectAround(Point a, Point b) {
+  return {std::min(a.x, b.x), std::min(a.y, b.y), std::abs(a.x - b.x), std::abs(a.y - b.y)};
+}
+
 const Font& fontOf(const Scene* scene) {
   static const Font kNone{"Courier New", 10};
   return scene ? scene->textFont() : kNone;
@@ -121,6 +131,40 @@ Ref<platform::DiagramPoints> Link::ExtraPoints() const {
 
 Rect Link::extent() const { return geometry().extent; }
 
+double Link::margin() const {
+  return m_beginArrow != 0 || m_endArrow != 0 ? std::max(kArrowHalfWidth, kDiamondHalfWidth)
+                                              : platform::kTwipsPerPixel;
+}
+
+void Link::addParts(std::vector<Rect>& parts) const {
+  const Geometry& g = geometry();
+  double length = 0;
+  for (std::size_t i = 1; i < g.points.size(); ++i) {
+    length += longerSide(g.points[i - 1], g.points[i]);
+  }
+  if (length <= kPartLength) {
+    parts.push_back(g.extent);
+    return;
+  }
+  const double longest = std::max(kPartLength, length / kMostParts);
+  const std::size_t first = parts.size();
+  for (std::size_t i = 1; i < g.points.size(); ++i) {
+    const Point from = g.points[i - 1];
+    const Point way = g.points[i] - from;
+    const double count = std::max(1.0, std::ceil(longerSide(from, g.points[i]) / longest));
+    for (double piece = 0; piece < count; ++piece) {
+      const Rect around = rectAround(from + way * (piece / count), from + way * ((piece + 1) / count));
+      parts.push_back(around.grownBy(margin()));
+    }
+  }
+  // A decoration may be longer than the segment that it stands on.
+  if (m_beginArrow != 0) parts[first] = parts[first].grownBy(kDiamondLength);
+  if (m_endArrow != 0) parts.back() = parts.back().grownBy(kDiamondLength);
+  parts[first] = parts[first].united(g.beginText);
+  parts.back() = parts.back().united(g.endText);
+  if (!g.label.isEmpty()) parts.push_back(g.label);
+}
+
 const std::vector<Point>& Link::points() const { return geometry().points; }
 
 Rect Link::labelArea() const { return geometry().label; }
@@ -135,6 +179,7 @@ void Link::bends(std::vector<Point> bends) {
   const Scene::Update update(scene());
   const bool straightened = bends.empty() != m_bends.empty();
   m_bends = std::move(bends);
+  if (scene()) ++scene()->m_geometryRevision;
   if (straightened && scene()) scene()->pairChanged(*this);
   geometryChanged();
 }
@@ -185,11 +230,8 @@ const Link::Geometry& Link::geometry() const {
     low = {std::min(low.x, p.x), std::min(low.y, p.y)};
     high = {std::max(high.x, p.x), std::max(high.y, p.y)};
   }
-  const double margin = m_beginArrow != 0 || m_endArrow != 0
-                            ? std::max(kArrowHalfWidth, kDiamondHalfWidth)
-                            : platform::kTwipsPerPixel;
-  g.extent = Rect{low.x, low.y, high.x - low.x, high.y - low.y}
-                 .grownBy(margin)
+  g.extent = rectAround(low, high)
+                 .grownBy(margin())
                  .united(g.label)
                  .united(g.beginText)
                  .united(g.endText);

@@ -48,6 +48,8 @@ class Link : public platform::DiagramLink, public Item {
   [[nodiscard]] platform::DiagramItem& object() override { return *this; }
   [[nodiscard]] bool isLink() const override { return true; }
   [[nodiscard]] platform::Rect extent() const override;
+  /// Pieces of the line, and its label: a long slanted line covers little of the area it crosses.
+  void addParts(std::vector<platform::Rect>& parts) const override;
 
   [[nodiscard]] Node& sourceNode() const { return *m_source; }
   [[nodiscard]] Node& targetNode() const { return *m_target; }
@@ -85,6 +87,8 @@ class Link : public platform::DiagramLink, public Item {
   void geometryChanged();
   void reattach(platform::Ref<Node>& end, platform::DiagramNode& node);
   [[nodiscard]] const Geometry& geometry() const;
+  /// How far the line reaches beyond its points, to either side.
+  [[nodiscard]] double margin() const;
 
   platform::Ref<Node> m_source;
   platform::Ref<Node> m_target;

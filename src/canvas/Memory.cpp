@@ -43,6 +43,7 @@ std::vector<Item*> SelectionMemory::items() const {
 MovingItems::MovingItems(Scene& scene) : m_scene(scene) {
   for (const auto& node : scene.selection().nodes()) {
     m_nodes.push_back({node, node->bounds()});
+    m_bounds = m_bounds.united(node->bounds());
     for (const Node::Attached& end : node->attached()) {
       if (!end.atSource || end.link->bends().empty()) continue;
       if (end.link->targetNode().isSelected()) m_links.push_back({end.link, end.link->bends()});

@@ -37,6 +37,8 @@ class MovingItems {
   [[nodiscard]] bool empty() const { return m_nodes.empty(); }
   /// Puts everything at its first place plus the distance, in whole twips.
   void moveBy(platform::Point distance);
+  /// Around all boxes at their first places.
+  [[nodiscard]] const platform::Rect& bounds() const { return m_bounds; }
   /// Keys of the boxes that do not stand at their first place.
   [[nodiscard]] std::vector<std::string> movedKeys() const;
   [[nodiscard]] bool contains(const Item& item) const;
@@ -53,6 +55,7 @@ class MovingItems {
   Scene& m_scene;
   std::vector<MovingNode> m_nodes;
   std::vector<MovingLink> m_links;
+  platform::Rect m_bounds;
 };
 
 /// The nearest whole twips.

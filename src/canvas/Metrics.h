@@ -45,6 +45,13 @@ inline constexpr double kHitPixels = 4;     ///< how far beside a line a hit sti
 /// Where lines are drawn, a box's border is this wide for the hand, inside and outside alike.
 inline constexpr double kBorderPixels = 6;
 inline constexpr double kDragPixels = 3;    ///< how far the pointer goes before a drag begins
+inline constexpr double kSnapPixels = 6;    ///< how far what is moved is drawn to an alignment
+/// While something is dragged, the canvas scrolls when the pointer is this near to its edge, by so
+/// many pixels a tick of 16 ms: the slowest, and growing by so many for each pixel further out.
+inline constexpr double kScrollEdgePixels = 20;
+inline constexpr double kScrollSlowest = 1;
+inline constexpr double kScrollGrowth = 0.25;
+inline constexpr double kScrollFastest = 40;
 inline constexpr double kWheelPixels = 60;  ///< scrolled by one step of the wheel
 
 }  // namespace brisel::canvas

@@ -88,7 +88,11 @@ void Node::bounds(const Rect& bounds) {
   checkReach(bounds);
   const Rect wanted{bounds.left, bounds.top, std::max(0.0, bounds.width),
                     std::max(0.0, bounds.height)};
-  if (wanted.size() != m_bounds.size()) m_fits = false;
+  if (wanted.size() != m_bounds.size()) {
+    const Size needed = neededSize();
+    m_fits = false;
+    m_grows = wanted.width >= needed.width && wanted.height >= needed.height;
+  }
   place(wanted);
 }
 
@@ -98,7 +102,10 @@ void Node::place(const Rect& bounds) {
   const Point moved = bounds.topLeft() - m_bounds.topLeft();
   const bool sameSize = bounds.size() == m_bounds.size();
   m_bounds = bounds;
-  if (scene()) scene()->touched(*this);
+  if (scene()) {
+    ++scene()->m_geometryRevision;
+    scene()->touched(*this);
+  }
   for (const Attached& end : m_attached) {
     // The bends of a line to its own box are between two moved ends.
     if (end.link->isLoop() && end.atSource && sameSize) {
@@ -123,7 +130,7 @@ Ref<platform::DiagramSection> Node::Section(std::int64_t number) const {
 }
 
 void Node::fitToText(bool fit) {
-  m_fits = fit;
+  m_fits = m_grows = fit;
   if (fit) contentChanged();
 }
 
@@ -139,6 +146,10 @@ void Node::contentChanged() {
   if (m_fits) {
     const Size size = neededSize();
     place({m_bounds.left, m_bounds.top, size.width, size.height});
+  } else if (m_grows) {
+    const Size size = neededSize();
+    place({m_bounds.left, m_bounds.top, std::max(m_bounds.width, size.width),
+           std::max(m_bounds.height, size.height)});
   }
   if (scene()) scene()->touched(*this);
 }

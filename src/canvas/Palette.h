@@ -22,6 +22,9 @@ inline constexpr Color kRubberBand = 0x281668C7;
 inline constexpr Color kAllowedFill = 0x201668C7;  ///< over a box that a line may end at
 inline constexpr Color kRefused = 0xFFC0392B;
 inline constexpr Color kRefusedFill = 0x20C0392B;
+inline constexpr Color kDropTarget = 0x281668C7;
+inline constexpr Color kGhost = 0xD8FFFFFF;  ///< the paper of what is dragged
+inline constexpr Color kGuide = 0xFFD6336C;
 inline constexpr Color kGrid = 0xFFEEF0F3;
 
 /// The colour of a value in the platform's numbering: red in the lowest byte, or a system colour.

@@ -11,7 +11,7 @@ using platform::Ref;
 namespace {
 
 /// Above this many areas one around all of them is told instead.
-constexpr std::size_t kMostAreas = 256;
+constexpr std::size_t kMostAreas = 1024;
 constexpr double kEverywhere = 1e11;
 
 template <class T>
@@ -42,10 +42,15 @@ void Scene::collect(const Rect& area, std::vector<Item*>& found) const {
 
 void Scene::itemsIn(const Rect& area, std::vector<const Node*>& nodes,
                     std::vector<const Link*>& links) const {
-  std::vector<Item*> found;
-  collect(area, found);
   nodes.clear();
   links.clear();
+  if (area.contains(extent())) {
+    for (const Node& node : m_nodes) nodes.push_back(&node);
+    for (const Link& link : m_links) links.push_back(&link);
+    return;
+  }
+  std::vector<Item*> found;
+  collect(area, found);
   for (Item* item : found) {
     if (item->isLink()) {
       links.push_back(static_cast<Link*>(item));
@@ -58,10 +63,8 @@ void Scene::itemsIn(const Rect& area, std::vector<const Node*>& nodes,
 }
 
 Rect Scene::extent() const {
-  Rect all;
-  for (const Node& node : m_nodes) all = all.united(node.extent());
-  for (const Link& link : m_links) all = all.united(link.extent());
-  return all;
+  settle();
+  return m_extents.all();
 }
 
 Node* Scene::node(std::string_view key) const {
@@ -102,6 +105,7 @@ Node* Scene::addNode(Ref<Node> node) {
   if (!m_nodeByKey.emplace(node->itemKey(), node.get()).second) return nullptr;
   adopt(*node);
   m_nodes.add(node);
+  ++m_geometryRevision;
   node->contentChanged();
   return node.get();
 }
@@ -111,6 +115,7 @@ Link* Scene::addLink(Ref<Link> link) {
   const Update update(this);
   adopt(*link);
   m_links.add(link);
+  ++m_geometryRevision;
   attach(*link);
   link->geometryChanged();
   return link.get();
@@ -143,6 +148,8 @@ void Scene::clear() {
   }
   m_pending.clear();
   m_index.clear();
+  m_extents.clear();
+  ++m_geometryRevision;
   const auto nodes = m_nodes.copy();  // the last references may go here
   const auto links = m_links.copy();
   m_nodes.clear();
@@ -152,10 +159,12 @@ void Scene::clear() {
   m_pairs.clear();
   for (const auto& link : links) {
     link->m_scene = nullptr;
+    link->m_extentSlot = ExtentTree::kNoSlot;
     link->dropStored();
   }
   for (const auto& node : nodes) {
     node->m_scene = nullptr;
+    node->m_extentSlot = ExtentTree::kNoSlot;
     node->m_attached.clear();
     node->dropStored();
   }
@@ -172,10 +181,15 @@ void Scene::forget(Item& item) {
   if (item.m_pending > 0) m_pending[item.m_pending - 1] = nullptr;
   item.m_pending = 0;
   item.m_scene = nullptr;
-  if (item.m_place.level < 0) return;  // was never shown
-  const Rect extent = item.m_place.extent;
+  ++m_geometryRevision;
+  m_extents.remove(item.m_extentSlot);
+  m_oldParts.clear();
+  GridIndex::partsOf(item.m_place, m_oldParts);
   m_index.remove(item.m_place);
-  damage(extent);
+  if (m_oldParts.empty()) return;  // was never shown
+  ++m_revision;
+  for (const Rect& part : m_oldParts) addDamage(m_damage, part);
+  if (m_updates == 0) tell();
 }
 
 void Scene::touched(Item& item) {
@@ -191,10 +205,15 @@ void Scene::settle() const {
   for (Item* item : m_pending) {
     if (!item) continue;
     item->m_pending = 0;
-    const Rect extent = item->extent();
-    if (item->m_place.level >= 0) addDamage(m_damage, item->m_place.extent);
-    if (item->m_place.level < 0 || extent != item->m_place.extent) addDamage(m_damage, extent);
-    m_index.put(*item, item->m_place, extent);
+    m_oldParts.clear();
+    m_newParts.clear();
+    GridIndex::partsOf(item->m_place, m_oldParts);
+    item->addParts(m_newParts);
+    for (const Rect& part : m_oldParts) addDamage(m_damage, part);
+    m_extents.put(item->m_extentSlot, item->extent());
+    if (m_newParts == m_oldParts) continue;
+    for (const Rect& part : m_newParts) addDamage(m_damage, part);
+    m_index.put(*item, item->m_place, m_newParts);
   }
   m_pending.clear();
 }

@@ -23,7 +23,7 @@ namespace brisel::canvas {
 /// Every change is told to the views as the area to be painted again. Owned by the control.
 ///
 /// Always true: keys are unique among boxes and among lines; both ends of a line stand in the
-/// scene; each item is found at its extent.
+/// scene; each item is found where it is painted.
 class Scene {
  public:
   Scene();
@@ -39,7 +39,7 @@ class Scene {
   /// In the order of creation, which is from the lowest to the topmost.
   [[nodiscard]] const ItemList<Node>& nodes() const { return m_nodes; }
   [[nodiscard]] const ItemList<Link>& links() const { return m_links; }
-  /// Around all extents; empty when nothing is there.
+  /// Around all extents; empty when nothing is there. Costs nothing.
   [[nodiscard]] platform::Rect extent() const;
   [[nodiscard]] const Font& titleFont() const { return m_titleFont; }
   /// Of rows, labels and end texts.
@@ -48,6 +48,9 @@ class Scene {
   [[nodiscard]] std::int64_t backColor() const { return m_backColor; }
   /// Changes with every change of what is seen: a kept picture of the same number is still good.
   [[nodiscard]] std::uint64_t revision() const { return m_revision; }
+  /// Changes with every change of a box's bounds or a line's bends, and with every item that comes
+  /// or goes.
+  [[nodiscard]] std::uint64_t geometryRevision() const { return m_geometryRevision; }
   /// The areas in twips whose picture changed, raised once after each change, or at the end of the
   /// outermost update. Handles of selected items reach kHandlePixels beyond them.
   platform::Event<const std::vector<platform::Rect>&> Damaged;
@@ -62,7 +65,7 @@ class Scene {
   void textFont(Font font);
   void backColor(std::int64_t color);
 
-  /// The items whose extent touches the area, in no particular order.
+  /// The items of which a part touches the area, in no particular order.
   void collect(const platform::Rect& area, std::vector<Item*>& found) const;
 
   /// Nothing when the key is in use.
@@ -142,7 +145,10 @@ class Scene {
   std::int64_t m_backColor = 0xFFFFFF;
   int m_updates = 0;
   std::uint64_t m_revision = 1;
+  std::uint64_t m_geometryRevision = 1;
   mutable GridIndex m_index;
+  mutable ExtentTree m_extents;
+  mutable std::vector<platform::Rect> m_oldParts, m_newParts;  ///< room for `settle`
   mutable std::vector<Item*> m_pending;
   mutable std::vector<platform::Rect> m_damage;
 };

@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "canvas/Detail.h"
 #include "canvas/DiagramControl.h"
 #include "canvas/DragStates.h"
 #include "canvas/DrawStates.h"
@@ -96,6 +97,7 @@ CursorShape IdleState::cursor() const {
 PressedState::PressedState(Interaction& owner, const Hit& hit, const PointerEvent& event)
     : InteractionState(owner),
       m_hit(hit),
+      m_row(hit),
       m_item(&itemOf(hit)),
       m_kept(&m_item->object()),
       m_start(event),
@@ -134,6 +136,11 @@ void PressedState::drag() {
     }
     return;
   }
+  if (dragsRow()) {
+    m_owner.change(std::make_unique<RowDragState>(m_owner, *m_hit.node, std::move(m_row),
+                                                  m_start.at, m_before));
+    return;
+  }
   if (control.selection().nodes().empty()) return;
   m_owner.change(std::make_unique<MoveState>(m_owner, m_start.at, m_before));
 }
@@ -151,6 +158,15 @@ bool PressedState::dragOfLine() {
     return false;
   }
   return true;
+}
+
+bool PressedState::dragsRow() const {
+  const DiagramControl& control = m_owner.control();
+  if (!m_row || extendsSelection(m_start)) return false;
+  // Of several selected boxes all are moved, from wherever; and nobody aims at a row too small to
+  // be read.
+  const Detail detail{.pixelsPerTwip = control.viewport().pixelsPerTwip()};
+  return control.selection().size() == 1 && detail.readable(control.scene().textFont().height());
 }
 
 void PressedState::release(const PointerEvent& event) {

@@ -3,6 +3,7 @@
 #include "canvas/HitTest.h"
 #include "canvas/InteractionState.h"
 #include "canvas/Memory.h"
+#include "canvas/RowDragState.h"
 
 namespace brisel::canvas {
 
@@ -40,9 +41,12 @@ class PressedState : public InteractionState {
   void drag();
   /// The drag begins with the end of a line, one of its bends, or with a new line: it is done.
   bool dragOfLine();
+  /// What is dragged is the row that was pressed, and not its box.
+  [[nodiscard]] bool dragsRow() const;
   void click();
 
   Hit m_hit;
+  GrabbedRow m_row;
   Item* m_item;
   platform::Ref<platform::DiagramItem> m_kept;
   PointerEvent m_start;

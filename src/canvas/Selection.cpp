@@ -38,12 +38,18 @@ void Selection::select(Item& item, bool selected) {
 
 void Selection::set(const std::vector<Item*>& items) {
   const Scene::Update update(&m_scene);
-  for (Item* item : m_selected) {
-    item->m_selected = false;
-    m_scene.touched(*item);
+  const std::vector<Item*> before = std::exchange(m_selected, {});
+  for (Item* item : items) {
+    if (!item->m_selected) m_scene.touched(*item);
   }
-  m_selected.clear();
-  for (Item* item : items) select(*item, true);
+  for (Item* item : before) item->m_selected = false;
+  for (Item* item : items) {
+    if (std::exchange(item->m_selected, true)) continue;  // given twice
+    m_selected.push_back(item);
+  }
+  for (Item* item : before) {
+    if (!item->m_selected) m_scene.touched(*item);
+  }
 }
 
 void Selection::selectOnly(Item& item) { set({&item}); }

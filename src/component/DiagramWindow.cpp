@@ -120,8 +120,10 @@ void forwardProperty(MemberTable& table, Text name, const Receiver& receiver) {
   member.call = [receiver, name](Object& self, std::vector<Value>&) {
     return receiver(self)->get(name);
   };
-  member.assign = [receiver, name](Object& self, const Value& value) {
-    receiver(self)->set(name, value);
+  // A number of sections is handed on as a string, whatever a host gives.
+  const bool asText = name == "nodeNumberOfSections";
+  member.assign = [receiver, name, asText](Object& self, const Value& value) {
+    receiver(self)->set(name, asText && value.isInteger() ? Value(value.text()) : value);
   };
   table.add(std::move(member));
 }

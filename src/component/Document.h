@@ -50,8 +50,8 @@ class Document {
   [[nodiscard]] std::string path() const { return m_editor->RepositoryFileName(); }
   /// The file's name without folders; "Untitled" for a diagram that came from no file.
   [[nodiscard]] std::string title() const;
-  /// True when the model, the geometry or the view settings differ from what was read or saved
-  /// last. Costs a walk over the boxes and lines.
+  /// True when the model, the geometry or the view settings were changed since they were read or
+  /// saved last, even where a change was taken back.
   [[nodiscard]] bool isModified() const;
 
   struct Counts {
@@ -78,7 +78,6 @@ class Document {
   void settle();
   [[nodiscard]] std::string suggestedPath() const;
   [[nodiscard]] platform::MetaRepository& model() const;
-  [[nodiscard]] std::uint64_t geometryFingerprint() const;
   bool saveNow();
   void succeeded();
   void failed(const std::string& cause);

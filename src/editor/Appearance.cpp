@@ -22,6 +22,7 @@ void CLSEditor::Compartments(Text compartment) {
       if (!IsClassShown(shown)) continue;
       if (const ClassRef wrapper = GetClassFromNode(shown.identifier())) {
         showCompartments(*wrapper);
+        wrapper->Node()->fitToText(true);
       }
     }
   });
@@ -33,7 +34,6 @@ void CLSEditor::showCompartments(repository::Class& shown) const {
   box->Section(1)->visible(m_view.operations());
   shown.viewParameter(m_view.parameters());
   shown.Populate();
-  box->fitToText(true);
 }
 
 void CLSEditor::ShowCompartments(Text key, Text compartment, bool checked) {

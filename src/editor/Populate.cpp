@@ -101,7 +101,6 @@ void CLSEditor::restoreAreas() {
     std::string key = area.GetProperty("NodeId").text();
     const auto box = m_diagram->getNode(key);
     if (!box) continue;
-    box->fitToText(false);
     box->bounds({area.GetProperty("left").number(), area.GetProperty("top").number(),
                  area.GetProperty("Width").number(), area.GetProperty("height").number()});
     placed.insert(std::move(key));

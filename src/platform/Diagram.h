@@ -59,7 +59,8 @@ class DiagramNode : public DiagramItem {
   /// From 0; an Error (subscript) beyond the last.
   [[nodiscard]] virtual Ref<DiagramSection> Section(std::int64_t number) const = 0;
   /// Fit to text: with true the box takes the size that its title and visible rows need, and keeps
-  /// taking it whenever they change; with false it keeps the size that it has.
+  /// taking it whenever they change; with false it keeps the size that it has. A box whose size was
+  /// set large enough for its text grows when the text does.
   virtual void fitToText(bool fit) = 0;
   /// Where the title stands in the box, cut at its border.
   [[nodiscard]] virtual Rect titleArea() const = 0;

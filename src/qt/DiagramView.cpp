@@ -9,6 +9,7 @@
 #include <cmath>
 
 #include "qt/InputNames.h"
+#include "qt/PopupMenu.h"
 
 namespace brisel::qt {
 
@@ -20,6 +21,7 @@ namespace {
 constexpr double kWheelStep = 120;  ///< of QWheelEvent's angle
 constexpr int kMarginPixels = 40;   ///< that can be scrolled beyond the outermost items
 constexpr double kFarthestPixel = 1e9;
+constexpr int kScrollTick = 16;  ///< milliseconds
 
 Qt::CursorShape toQt(canvas::CursorShape shape) {
   switch (shape) {
@@ -78,6 +80,9 @@ DiagramView::DiagramView(platform::Ref<canvas::DiagramControl> control, QWidget*
   m_connections.push_back(view.ScrollChanged.connect([this] { showPosition(); }));
   m_connections.push_back(view.ZoomChanged.connect([this] { showPosition(); }));
   m_connections.push_back(m_control->CursorChanged.connect([this] { showCursor(); }));
+  m_connections.push_back(m_control->AutoScrollChanged.connect([this] { showAutoScroll(); }));
+  m_scrollTimer.setInterval(kScrollTick);
+  connect(&m_scrollTimer, &QTimer::timeout, this, [this] { m_control->autoScroll(); });
 }
 
 Point DiagramView::toTwips(QPointF position) const {
@@ -134,21 +139,31 @@ void DiagramView::scrollContentsBy(int, int) {
 
 void DiagramView::showCursor() { viewport()->setCursor(toQt(m_control->cursor())); }
 
+void DiagramView::showAutoScroll() {
+  if (!m_control->autoScrolls()) {
+    m_scrollTimer.stop();
+  } else if (!m_scrollTimer.isActive()) {
+    m_scrollTimer.start();
+  }
+}
+
 void DiagramView::mousePressEvent(QMouseEvent* event) {
+  const std::string button = nameOfButton(event->button());
+  if (button.empty()) return event->ignore();  // empty stands for the left one
   const Point at = toTwips(event->position());
-  m_control->PointerPress(at.x, at.y, nameOfButton(event->button()),
-                          namesOfModifiers(event->modifiers()));
+  m_control->PointerPress(at.x, at.y, button, namesOfModifiers(event->modifiers()));
 }
 
 void DiagramView::mouseMoveEvent(QMouseEvent* event) {
   const Point at = toTwips(event->position());
-  m_control->PointerMove(at.x, at.y);
+  m_control->PointerMove(at.x, at.y, namesOfModifiers(event->modifiers()));
 }
 
 void DiagramView::mouseReleaseEvent(QMouseEvent* event) {
+  const std::string button = nameOfButton(event->button());
+  if (button.empty()) return event->ignore();
   const Point at = toTwips(event->position());
-  m_control->PointerRelease(at.x, at.y, nameOfButton(event->button()),
-                            namesOfModifiers(event->modifiers()));
+  m_control->PointerRelease(at.x, at.y, button, namesOfModifiers(event->modifiers()));
 }
 
 void DiagramView::mouseDoubleClickEvent(QMouseEvent* event) {
@@ -168,7 +183,28 @@ void DiagramView::wheelEvent(QWheelEvent* event) {
   if (steps.x() != 0) m_control->Wheel(at.x, at.y, steps.x(), "shift");
 }
 
+/// The popup menu of the item that was selected last, at the item's middle or as near to it as is
+/// seen.
+void DiagramView::askForMenu() {
+  const auto& selected = m_control->selection().selectedItems();
+  if (selected.empty()) return;
+  const platform::Ref<platform::DiagramItem> item(&selected.back()->object());
+  const std::string key = item->key();
+  const bool isNode = dynamic_cast<platform::DiagramNode*>(item.get()) != nullptr;
+  const auto middle = m_control->GetCenter(platform::Value(platform::Ref<platform::Object>(item)));
+  QPointF at = fromTwips({middle->get("x").number(), middle->get("y").number()});
+  at.setX(std::clamp(at.x(), 0.0, static_cast<double>(viewport()->width())));
+  at.setY(std::clamp(at.y(), 0.0, static_cast<double>(viewport()->height())));
+  const PopupsAt place(viewport()->mapToGlobal(at.toPoint()));
+  (isNode ? m_control->NodeRClicked : m_control->LinkRClicked)(key);
+}
+
 void DiagramView::keyPressEvent(QKeyEvent* event) {
+  const bool shiftF10 = event->key() == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier;
+  if (event->key() == Qt::Key_Menu || shiftF10) {
+    askForMenu();
+    return;
+  }
   const std::string key = nameOfKey(*event);
   if (key.empty()) {
     event->ignore();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QAbstractScrollArea>
+#include <QTimer>
 #include <string_view>
 #include <vector>
 
@@ -39,13 +40,16 @@ class DiagramView : public QAbstractScrollArea {
   void keyReleaseEvent(QKeyEvent* event) override;
 
  private:
+  void askForMenu();
   void showDamage(const std::vector<platform::Rect>& areas);
   void showPosition();
   void showCursor();
+  void showAutoScroll();
 
   platform::Ref<canvas::DiagramControl> m_control;
   DiagramPicture m_picture;
   bool m_placingBars = false;
+  QTimer m_scrollTimer;
   std::vector<platform::Connection> m_connections;
 };
 

@@ -1,33 +1,49 @@
 #pragma once
 
 #include <QWidget>
+#include <string_view>
 
 #include "canvas/DiagramControl.h"
 #include "editor/CLSEditor.h"
 
+class QAction;
+
 namespace brisel::qt {
 
 class CanvasToolBar;
+class ClassPane;
 class DiagramView;
+class NameBox;
 
-/// The editor as a window shows it: the canvas under its tool bar. The editor must outlive it.
+/// The editor as a window shows it: the canvas under its tool bar, the drawing tools to its left,
+/// the property band to its right, and what is laid over it.
 class EditorWidget : public QWidget {
  public:
   explicit EditorWidget(editor::CLSEditor& editor, QWidget* parent = nullptr);
 
   [[nodiscard]] CanvasToolBar& toolBar() const { return *m_toolBar; }
+  [[nodiscard]] CanvasToolBar& drawingTools() const { return *m_drawingTools; }
   [[nodiscard]] DiagramView& view() const { return *m_view; }
+  [[nodiscard]] NameBox& nameBox() const { return *m_nameBox; }
+  [[nodiscard]] ClassPane& classPane() const { return *m_classPane; }
+  /// The action behind a button of the canvas, wherever it is shown; nothing for an unknown key.
+  [[nodiscard]] QAction* action(std::string_view key) const;
   /// A strip that stands between tool bar and canvas from now on.
   void setStrip(QWidget* strip);
+  /// What is being typed becomes the class's name, as when the keyboard goes elsewhere.
+  void finishNaming();
 
  protected:
   void resizeEvent(QResizeEvent* event) override;
   void keyReleaseEvent(QKeyEvent* event) override;
 
  private:
-  editor::CLSEditor& m_editor;
+  platform::Ref<editor::CLSEditor> m_editor;
   CanvasToolBar* m_toolBar;
+  CanvasToolBar* m_drawingTools;
   DiagramView* m_view;
+  NameBox* m_nameBox;
+  ClassPane* m_classPane;
   platform::Connection m_printing;
 };
 

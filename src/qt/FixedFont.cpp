@@ -1,6 +1,5 @@
 #include "qt/FixedFont.h"
 
-#include <QFont>
 #include <algorithm>
 
 #include "canvas/Painter.h"
@@ -12,6 +11,8 @@ namespace {
 constexpr int kBasePixelSize = 100;
 constexpr std::size_t kSizesKept = 8;
 
+}  // namespace
+
 QFont fixedFont(bool bold) {
   QFont font(QStringLiteral("Courier New"));
   font.setStyleHint(QFont::Monospace);
@@ -22,8 +23,6 @@ QFont fixedFont(bool bold) {
   font.setStyleStrategy(QFont::StyleStrategy(QFont::PreferAntialias | QFont::NoSubpixelAntialias));
   return font;
 }
-
-}  // namespace
 
 FixedFont::FixedFont(bool bold)
     : m_shaped(fixedFont(bold)), m_base(QRawFont::fromFont(m_shaped)), m_ascii(0x80) {

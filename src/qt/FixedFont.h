@@ -1,10 +1,14 @@
 #pragma once
 
+#include <QFont>
 #include <QRawFont>
 #include <unordered_map>
 #include <vector>
 
 namespace brisel::qt {
+
+/// "Courier New" or what the system has in its place, as the canvas's text looks.
+[[nodiscard]] QFont fixedFont(bool bold);
 
 /// The canvas's fixed-pitch font in one weight, ready to draw by glyph numbers: "Courier New" or
 /// what the system has in its place. A column is always 0.6 of the size, as the canvas measures.

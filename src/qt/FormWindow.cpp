@@ -21,8 +21,12 @@ void FormWindow::followForm() {
     showForm();
     return;
   }
-  delete m_editor;
-  m_editor = nullptr;
+  if (m_editor) {
+    m_editor->hide();
+    m_editor->deleteLater();  // the form may have been dropped inside a click on one of its buttons
+    layout()->removeWidget(m_editor);
+    m_editor = nullptr;
+  }
   m_lookChanged.disconnect();
   m_form = m_component.form();
   if (m_form) {

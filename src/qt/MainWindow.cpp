@@ -3,25 +3,22 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QFileInfo>
-#include <QLabel>
-#include <QMenu>
 #include <QMenuBar>
 #include <QMimeData>
 #include <QScreen>
 #include <QSettings>
 #include <QStatusBar>
 #include <QUrl>
-#include <cmath>
 
 #include "platform/Error.h"
-#include "qt/CanvasToolBar.h"
-#include "qt/DiagramView.h"
 #include "qt/EditorWidget.h"
 #include "qt/HelpWindow.h"
 #include "qt/HostObjects.h"
+#include "qt/MainMenus.h"
 #include "qt/MessageBar.h"
 #include "qt/PictureFile.h"
 #include "qt/QtShell.h"
+#include "qt/StatusLine.h"
 #include "qt/Text.h"
 
 namespace brisel::qt {
@@ -32,43 +29,6 @@ constexpr const char* kModelFilter =
     "Class models (*.dim;*.uml;*.xmi;*.ecore)|*.dim;*.uml;*.xmi;*.ecore|"
     "DIM Format (*.dim)|*.dim|All files (*)|*";
 constexpr int kRefreshDelay = 150;  // ms
-
-/// The canvas's buttons as the View menu names them; an empty key is a separator. A menu runs from
-/// its title to the next.
-struct MenuEntry {
-  const char* menu;
-  const char* key;
-  const char* text;
-  const char* shortcut;
-};
-constexpr MenuEntry kViewMenu[] = {
-    {"", "ZoomIn", "Zoom &In", "Ctrl++"},
-    {"", "ZoomOut", "Zoom &Out", "Ctrl+-"},
-    {"", "ZoomNo", "&Actual Size", "Ctrl+0"},
-    {"", "ZoomFull", "&Whole Diagram", "Ctrl+9"},
-    {"&Compartments", "ViewAttributes", "&Attributes", "Ctrl+1"},
-    {"&Compartments", "ViewOperations", "&Operations", "Ctrl+2"},
-    {"&Compartments", "ViewParameters", "&Parameters", "Ctrl+3"},
-    {"&Types", "COM::Builtin", "&Built-in Types", ""},
-    {"&Types", "COM::Enum", "&Enumerations", ""},
-    {"&Types", "COM::TypeDef", "&Type Definitions", ""},
-    {"&Types", "COM::Module", "&Modules", ""},
-    {"&Types", "COM::Interface", "&Interfaces", ""},
-    {"&Types", "COM::CoClass", "&Component Classes", ""},
-    {"&Types", "COM::DispInterface", "&Dispatch Interfaces", ""},
-    {"&Layout", "LayoutHierarchy", "&Hierarchical", "Ctrl+L"},
-    {"&Layout", "LayoutSpring", "&Spring", ""},
-    {"&Layout", "LayoutMatrix", "&Matrix", ""},
-    {"&Layout", "LayoutRandom", "&Random", ""},
-    {"&Align", "AlignLeft", "&Left Sides", "Ctrl+Alt+Left"},
-    {"&Align", "AlignRight", "&Right Sides", "Ctrl+Alt+Right"},
-    {"&Align", "AlignTop", "&Top Sides", "Ctrl+Alt+Up"},
-    {"&Align", "AlignBottom", "&Bottom Sides", "Ctrl+Alt+Down"},
-};
-
-QString counted(std::int64_t count, const QString& one, const QString& many) {
-  return QString::number(count) + ' ' + (count == 1 ? one : many);
-}
 
 std::vector<std::string> localFiles(const QMimeData& data) {
   std::vector<std::string> files;
@@ -84,17 +44,16 @@ MainWindow::MainWindow(component::Document& document, platform::Ref<QtShell> she
     : m_document(document),
       m_shell(std::move(shell)),
       m_editor(new EditorWidget(document.editor(), this)),
-      m_messages(new MessageBar(this)) {
+      m_messages(new MessageBar(this)),
+      m_hostButtons(document.editor(), document.installationFolder()),
+      m_status(std::make_unique<StatusLine>(*statusBar(), document)) {
   setObjectName("MainWindow");
   setAcceptDrops(true);
   setCentralWidget(m_editor);
   m_editor->setStrip(m_messages);
   m_shell->window(this);
   giveHostObjects();
-  makeFileMenu();
-  makeViewMenu();
-  makeHelpMenu();
-  makeStatusBar();
+  makeMenus();
   connectDocument();
   restorePlace();
   refreshState();
@@ -113,76 +72,23 @@ void MainWindow::giveHostObjects() {
   m_document.editor().Session(session.get());
 }
 
-void MainWindow::makeFileMenu() {
-  QMenu* menu = menuBar()->addMenu(tr("&File"));
-  const auto add = [&](const char* text, const QKeySequence& keys, const char* tip, auto slot) {
-    QAction* action = menu->addAction(tr(text));
-    action->setShortcut(keys);
-    action->setStatusTip(tr(tip));
-    connect(action, &QAction::triggered, this, slot);
+void MainWindow::makeMenus() {
+  const MainMenus::Commands own = {
+      {"New", [this] { newDiagram(); }},
+      {"Open", [this] { askAndOpen(); }},
+      {"Save", [this] { save(false); }},
+      {"SaveAs", [this] { save(true); }},
+      {"Export", [this] { exportPicture(); }},
+      {"Quit", [this] { close(); }},
+      {"CopyPicture", [this] { m_document.canvas().ClickButton("Copy"); }},
   };
-  add("&New", QKeySequence::New, "Start an empty diagram", [this] { newDiagram(); });
-  add("&Open...", QKeySequence::Open, "Open a diagram or a model of another tool",
-      [this] { askAndOpen(); });
-  menu->addSeparator();
-  add("&Save", QKeySequence::Save, "Save model, positions and view settings",
-      [this] { save(false); });
-  add("Save &As...", QKeySequence("Ctrl+Shift+S"), "Save to another file", [this] { save(true); });
-  add("&Export Picture...", QKeySequence("Ctrl+E"), "Write the whole diagram as SVG, PNG or PDF",
-      [this] { exportPicture(); });
-  menu->addSeparator();
-  add("&Quit", QKeySequence("Ctrl+Q"), "Close the window", [this] { close(); });
-}
-
-void MainWindow::makeViewMenu() {
-  QMenu* view = menuBar()->addMenu(tr("&View"));
-  QMenu* menu = view;
-  std::string title;
-  for (const MenuEntry& entry : kViewMenu) {
-    QAction* action = m_editor->toolBar().action(entry.key);
-    if (!action) continue;
-    if (title != entry.menu) menu = view->addMenu(tr(entry.menu));
-    title = entry.menu;
-    action->setText(tr(entry.text));
-    action->setShortcut(QKeySequence(entry.shortcut));
-    menu->addAction(action);
-  }
-}
-
-void MainWindow::makeHelpMenu() {
-  QMenu* menu = menuBar()->addMenu(tr("&Help"));
-  if (QAction* help = m_editor->toolBar().action("Help")) {
-    help->setText(tr("&Class Diagrams"));
-    menu->addAction(help);
-  }
-}
-
-void MainWindow::makeStatusBar() {
-  m_hint = new QLabel(this);
-  m_counts = new QLabel(this);
-  m_zoom = new QLabel(this);
-  m_zoom->setMinimumWidth(fontMetrics().horizontalAdvance("8888 %"));
-  m_zoom->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-  statusBar()->addWidget(m_hint, 1);
-  statusBar()->addPermanentWidget(m_counts);
-  statusBar()->addPermanentWidget(m_zoom);
-  showZoom();
+  m_menus = std::make_unique<MainMenus>(*menuBar(), *m_editor, own);
 }
 
 void MainWindow::connectDocument() {
   m_refresh.setSingleShot(true);
   m_refresh.setInterval(kRefreshDelay);
   connect(&m_refresh, &QTimer::timeout, this, [this] { refreshState(); });
-
-  editor::CLSEditor& editor = m_document.editor();
-  const auto enter = [this](const std::string& key) { hint(key); };
-  const auto leave = [this](const std::string&) { m_hint->clear(); };
-  m_connections.push_back(editor.ClassEnter.connect(enter));
-  m_connections.push_back(editor.ClassLeave.connect(leave));
-  m_connections.push_back(editor.AssocEnter.connect(enter));
-  m_connections.push_back(editor.AssocLeave.connect(leave));
-  m_connections.push_back(
-      m_document.canvas().viewport().ZoomChanged.connect([this] { showZoom(); }));
   m_connections.push_back(m_document.Changed.connect([this] {
     if (!m_refresh.isActive()) m_refresh.start();
   }));
@@ -201,17 +107,7 @@ void MainWindow::refreshState() {
   setWindowTitle(toQt(m_document.title()) + "[*] - Brisel");
   setWindowFilePath(toQt(m_document.path()));
   setWindowModified(m_document.isModified());
-  const component::Document::Counts counts = m_document.counts();
-  QString text = counted(counts.classes, tr("class"), tr("classes")) + ", " +
-                 counted(counts.relationships, tr("relationship"), tr("relationships"));
-  if (const auto hidden = counts.classes - counts.shownClasses; hidden > 0) {
-    text += tr(" (%1 hidden)").arg(hidden);
-  }
-  m_counts->setText(text);
-}
-
-void MainWindow::showZoom() {
-  m_zoom->setText(QString::number(std::lround(m_document.canvas().getZoom())) + " %");
+  m_status->showCounts();
 }
 
 void MainWindow::showHelp(const std::string& page) {
@@ -219,9 +115,8 @@ void MainWindow::showHelp(const std::string& page) {
   m_help->showPage(toQt(page));
 }
 
-void MainWindow::hint(const std::string& key) { m_hint->setText(toQt(m_document.describe(key))); }
-
 void MainWindow::newDiagram() {
+  m_editor->finishNaming();
   if (!mayReplaceDiagram()) return;
   m_messages->hide();
   m_document.create();
@@ -229,6 +124,7 @@ void MainWindow::newDiagram() {
 }
 
 void MainWindow::askAndOpen() {
+  m_editor->finishNaming();
   if (!mayReplaceDiagram()) return;
   const auto file = m_shell->askOpenFile({"Open diagram", kModelFilter, ".dim", m_document.path()});
   if (file) openFiles({*file});
@@ -255,12 +151,14 @@ void MainWindow::openFiles(const std::vector<std::string>& files) {
 }
 
 void MainWindow::save(bool askForFile) {
+  m_editor->finishNaming();
   const bool done = askForFile ? m_document.saveAs() : m_document.save();
   if (done) m_messages->hide();
   refreshState();
 }
 
 void MainWindow::exportPicture() {
+  m_editor->finishNaming();
   const QString suggestion = QFileInfo(toQt(m_document.path())).path() + '/' +
                              QFileInfo(toQt(m_document.title())).completeBaseName() + ".svg";
   const auto file =
@@ -286,6 +184,7 @@ bool MainWindow::mayReplaceDiagram() {
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {
+  m_editor->finishNaming();
   if (!mayReplaceDiagram()) {
     event->ignore();
     return;
@@ -302,6 +201,7 @@ void MainWindow::dropEvent(QDropEvent* event) {
   const std::vector<std::string> files = localFiles(*event->mimeData());
   if (files.empty()) return;
   event->acceptProposedAction();
+  m_editor->finishNaming();
   if (mayReplaceDiagram()) openFiles(files);
 }
 

@@ -2,19 +2,21 @@
 
 #include <QMainWindow>
 #include <QTimer>
+#include <memory>
 #include <string>
 #include <vector>
 
 #include "component/Document.h"
-
-class QLabel;
+#include "qt/HostButtons.h"
 
 namespace brisel::qt {
 
 class EditorWidget;
 class HelpWindow;
+class MainMenus;
 class MessageBar;
 class QtShell;
+class StatusLine;
 
 /// The application's window: one diagram with menus, status bar and a strip for messages. The
 /// document, and the shell whose dialogs it is the front of, must outlive it.
@@ -27,6 +29,7 @@ class MainWindow : public QMainWindow {
   void openFiles(const std::vector<std::string>& files);
   [[nodiscard]] EditorWidget& editor() const { return *m_editor; }
   [[nodiscard]] MessageBar& messages() const { return *m_messages; }
+  [[nodiscard]] MainMenus& menus() const { return *m_menus; }
   /// Brings title, counts and the unsaved mark up to date at once; happens by itself soon after
   /// every change.
   void refreshState();
@@ -38,11 +41,7 @@ class MainWindow : public QMainWindow {
 
  private:
   void giveHostObjects();
-  void makeFileMenu();
-  void makeViewMenu();
-  void makeHelpMenu();
-  void addCanvasActions(QMenu& menu, const char* title);
-  void makeStatusBar();
+  void makeMenus();
   void connectDocument();
   void restorePlace();
 
@@ -53,17 +52,15 @@ class MainWindow : public QMainWindow {
   /// True when nothing would be lost, or the person wants to lose it.
   [[nodiscard]] bool mayReplaceDiagram();
   void showHelp(const std::string& page);
-  void hint(const std::string& key);
-  void showZoom();
 
   component::Document& m_document;
   platform::Ref<QtShell> m_shell;
   EditorWidget* m_editor;
   MessageBar* m_messages;
   HelpWindow* m_help = nullptr;
-  QLabel* m_hint = nullptr;
-  QLabel* m_counts = nullptr;
-  QLabel* m_zoom = nullptr;
+  HostButtons m_hostButtons;
+  std::unique_ptr<MainMenus> m_menus;
+  std::unique_ptr<StatusLine> m_status;
   QTimer m_refresh;
   std::vector<platform::Connection> m_connections;
 };

@@ -2,21 +2,17 @@
 
 #include <QApplication>
 #include <QClipboard>
-#include <QCursor>
 #include <QFileDialog>
 #include <QFileInfo>
-#include <QImage>
 #include <QMenu>
 #include <QMessageBox>
-#include <QMimeData>
-#include <QPainter>
 #include <QPushButton>
-#include <QSvgRenderer>
-#include <algorithm>
-#include <cmath>
+#include <memory>
 
 #include "controls/ToolBarControl.h"
 #include "qt/FileFilter.h"
+#include "qt/PictureData.h"
+#include "qt/PopupMenu.h"
 #include "qt/Text.h"
 
 namespace brisel::qt {
@@ -44,22 +40,6 @@ QMessageBox::ButtonRole roleOf(const std::string& caption) {
   if (caption == "Cancel") return QMessageBox::RejectRole;
   if (caption == "No" || caption == "Discard") return QMessageBox::DestructiveRole;
   return QMessageBox::AcceptRole;
-}
-
-/// For those who take no drawings: nothing when the bytes are none, or too large for a picture.
-QImage drawingAsPicture(const QByteArray& svg) {
-  constexpr double kLargestCopy = 40e6;
-  QSvgRenderer drawing(svg);
-  const QSizeF size = drawing.defaultSize();
-  const double pixels = size.width() * size.height();
-  if (!drawing.isValid() || pixels < 1) return {};
-  QImage picture((size * std::min(1.0, std::sqrt(kLargestCopy / pixels))).toSize(),
-                 QImage::Format_RGB32);
-  if (picture.isNull()) return {};
-  picture.fill(Qt::white);
-  QPainter painter(&picture);
-  drawing.render(&painter);
-  return picture;
 }
 
 }  // namespace
@@ -106,43 +86,15 @@ std::optional<std::string> QtShell::askSaveFile(const platform::FileDialog& dial
 
 void QtShell::showPopup(platform::ToolBarControl& toolBar, std::string_view band) {
   auto* control = dynamic_cast<controls::ToolBarControl*>(&toolBar);
-  if (!control) return;
+  if (!control || !control->band(band)) return;
   auto* menu = new QMenu(front());
   menu->setAttribute(Qt::WA_DeleteOnClose);
   fillMenu(*menu, *control, band);
-  menu->popup(QCursor::pos());
+  menu->popup(popupPlace());
 }
 
 void QtShell::copy(const std::vector<std::pair<std::string, std::string>>& byKind) {
-  auto data = std::make_unique<QMimeData>();
-  QImage picture;
-  for (const auto& [kind, bytes] : byKind) {
-    const QByteArray content(bytes.data(), static_cast<qsizetype>(bytes.size()));
-    data->setData(toQt(kind), content);
-    if (kind == "image/png") picture = QImage::fromData(content);
-    if (kind == "image/svg+xml" && picture.isNull()) picture = drawingAsPicture(content);
-  }
-  if (!picture.isNull()) data->setImageData(picture);
-  QApplication::clipboard()->setMimeData(data.release());
-}
-
-void fillMenu(QMenu& menu, controls::ToolBarControl& toolBar, std::string_view band) {
-  const platform::Ref<controls::Band> shown = toolBar.band(band);
-  if (!shown) return;
-  const platform::Ref<controls::ToolBarControl> control(&toolBar);
-  for (const platform::Ref<controls::Tool>& tool : shown->tools()) {
-    if (!tool->opens().empty()) {
-      fillMenu(*menu.addMenu(toQt(tool->caption())), toolBar, tool->opens());
-      continue;
-    }
-    QAction* action = menu.addAction(toQt(tool->caption()));
-    action->setObjectName(toQt(tool->key()));
-    action->setEnabled(tool->enabled());
-    action->setCheckable(tool->checked());
-    action->setChecked(tool->checked());
-    QObject::connect(action, &QAction::triggered, &menu,
-                     [control, key = tool->key()] { control->Click(key); });
-  }
+  QApplication::clipboard()->setMimeData(std::make_unique<PictureData>(byKind).release());
 }
 
 }  // namespace brisel::qt

@@ -10,12 +10,6 @@
 
 #include "platform/Shell.h"
 
-class QMenu;
-
-namespace brisel::controls {
-class ToolBarControl;
-}
-
 namespace brisel::qt {
 
 /// The shell of the window system: message boxes, file dialogs, popup menus and the clipboard as Qt
@@ -37,9 +31,5 @@ class QtShell : public platform::Shell {
 
   QPointer<QWidget> m_window;
 };
-
-/// Fills the menu with the tools of the band, sub-menus included. Clicks reach the tool-bar
-/// control, which the menu keeps alive. An unknown band leaves the menu empty.
-void fillMenu(QMenu& menu, controls::ToolBarControl& toolBar, std::string_view band);
 
 }  // namespace brisel::qt

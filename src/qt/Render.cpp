@@ -73,4 +73,9 @@ bool renderToPdf(const canvas::Scene& scene, QIODevice& device) {
   return painter.end();
 }
 
+void renderPart(const canvas::Scene& scene, QPainter& painter, double scale, const Rect& area,
+                QPoint at) {
+  paintAll(scene, painter, scale, offsetOf(area, scale) - at, area);
+}
+
 }  // namespace brisel::qt

@@ -3,9 +3,14 @@
 #include <QImage>
 
 class QIODevice;
+class QPainter;
+class QPoint;
 
 namespace brisel::canvas {
 class Scene;
+}
+namespace brisel::platform {
+struct Rect;
 }
 
 namespace brisel::qt {
@@ -18,5 +23,10 @@ namespace brisel::qt {
 /// The same on one page of a PDF that fits the diagram, with the text as text. False when the
 /// device cannot be written.
 [[nodiscard]] bool renderToPdf(const canvas::Scene& scene, QIODevice& device);
+
+/// A part of the diagram, in twips, with its upper left corner at a point of the painter's device,
+/// at so many pixels of the device to a twip.
+void renderPart(const canvas::Scene& scene, QPainter& painter, double scale,
+                const platform::Rect& area, QPoint at);
 
 }  // namespace brisel::qt

@@ -103,7 +103,7 @@ TEST_F(DrawingTest, aDrawnNodeIsShownAndNeverTooSmallForItsTitle) {
   EXPECT_EQ(Point(shown.right(), shown.bottom()), (Point{3000, 5000})) << "grows out of its corner";
   release({2900, 4900});
   EXPECT_EQ(madeNode().bounds(), shown);
-  EXPECT_EQ(shown.size(), madeNode().minimumSize());
+  EXPECT_EQ(shown.size(), madeNode().neededSize());
 }
 
 TEST_F(DrawingTest, inCreateModeBoxesAreStillSelectedAndMoved) {
@@ -426,6 +426,24 @@ TEST_F(DrawingTest, gesturesThatEndEarlyLeaveNoTrace) {
   }
 }
 
+TEST_F(DrawingTest, aGestureEndsWithTheItemsItNeeds) {
+  Node& source = box("s", "Source", 4000, 6000);
+  Node& target = box("t", "Target", 9000, 6000);
+  for (const auto& [over, needed] : {std::pair{&target, "t"}, std::pair{&b, "s"}}) {
+    press(edge(source));
+    move({5000, 3000});
+    move(middle(*over));
+    ASSERT_EQ(hint, "Release to draw the line");
+    told.clear();
+    control->deleteNode(needed);
+    EXPECT_FALSE(showsGesture()) << needed;
+    EXPECT_NE(hint, "Release to draw the line");
+    release(middle(a));
+    EXPECT_EQ(told, "");
+    EXPECT_EQ(linkCount(), 0U);
+  }
+}
+
 TEST_F(DrawingTest, whatIsShownIsPaintedAndPaintedAway) {
   struct Shown {
     const char* mode;
@@ -575,6 +593,13 @@ TEST_F(DrawingTest, refusesWrongInputAndLeavesNoTrace) {
     EXPECT_NE(std::string(error.what()).find("none"), std::string::npos);
     EXPECT_NE(std::string(error.what()).find("middle"), std::string::npos);
   }
+  const double nan = std::nan("");
+  for (const Rect& wrong : {Rect{nan, 0, 1, 1}, Rect{0, 0, nan, 1}, Rect{0, 0, 1, nan},
+                            Rect{0, 1e300, 1, 1}, Rect{0, 0, 1, 1e300}}) {
+    EXPECT_THROW(control->createNode("n", "N", wrong.left, wrong.top, wrong.width, wrong.height, 2),
+                 Error);
+  }
+  EXPECT_EQ(nodeCount(), 2U);
   press({1e300, -1e300}, "SHIFT+Alt", "");
   release({-1e300, 1e300});
   press({1e300, -1e300});

@@ -122,8 +122,8 @@ TEST_F(InteractionTest, theRubberBandTakesWhatLiesWhollyInIt) {
 
 TEST_F(InteractionTest, movesWhatIsSelectedWithItsLines) {
   l.bends({{5000, 3000}});
-  drag(titleOf(a), titleOf(a) + Point{1000, 500.4});
-  EXPECT_EQ(a.bounds().topLeft(), (Point{1000, 500})) << "whole twips";
+  drag(titleOf(a), titleOf(a) + Point{1000, 700.4});
+  EXPECT_EQ(a.bounds().topLeft(), (Point{1000, 700})) << "whole twips";
   EXPECT_EQ(b.bounds().topLeft(), (Point{9000, 0}));
   EXPECT_EQ(l.bends().front(), (Point{5000, 3000})) << "a bend stays while one end moves";
   EXPECT_TRUE(a.fitsText());

@@ -6,8 +6,10 @@
 #include <gtest/gtest.h>
 
 #include "platform/Error.h"
+#include "store/UUIDGenerator.h"
 #include "support/CanvasChecks.h"
 #include "support/DiagramBuilder.h"
+#include "support/RecordingPainter.h"
 
 namespace brisel::canvas {
 namespace {
@@ -25,32 +27,57 @@ class Walker {
     for (int i = 0; i < 6; ++i) createNode();
     for (int i = 0; i < 6; ++i) createLink();
     control = m_diagram.control;
+    control->UUIDGenerator(platform::make<store::UUIDGenerator>().get());
+    control->linkRule([this](std::string_view, std::string_view, std::string_view) {
+      return below(4) == 0 ? std::string("not today") : std::string();
+    });
+    m_connections.push_back(control->LinkEndDropped.connect(
+        [this](const std::string& link, const std::string& node, bool atSource) {
+          ++reconnected;
+          reattach(control->scene().link(link), control->scene().node(node), atSource);
+        }));
+    const auto count = [this](const std::string& key) { handMade += key.size() > 8 ? 1 : 0; };
+    m_connections.push_back(control->NodeCreated.connect(count));
+    m_connections.push_back(control->LinkCreated.connect(count));
   }
 
   void step() {
     using Action = void (Walker::*)();
-    static constexpr std::array<Action, 18> kActions = {
+    static constexpr std::array<Action, 23> kActions = {
         &Walker::press,      &Walker::press,    &Walker::move,        &Walker::move,
         &Walker::move,       &Walker::release,  &Walker::release,     &Walker::key,
         &Walker::key,        &Walker::wheel,    &Walker::doubleClick, &Walker::createNode,
         &Walker::createLink, &Walker::change,   &Walker::change,      &Walker::bend,
-        &Walker::command,    &Walker::reattach,
+        &Walker::command,    &Walker::reattach, &Walker::mode,        &Walker::draw,
+        &Walker::draw,       &Walker::leave,    &Walker::tick,
     };
     (this->*kActions[static_cast<std::size_t>(below(kActions.size()))])();
   }
 
-  /// From now on whoever hears of a click or a creation may take something away.
+  /// From now on whoever hears of something, or is asked, may do anything to the canvas.
   void interfere() {
     const auto meddle = [this](const std::string&) {
       if (below(4) == 0) control->deleteNode(anyKey("n"));
       if (below(4) == 0) control->deleteLink(anyKey("l"));
       if (below(40) == 0) control->Clear();
+      if (m_meddling || below(8) != 0) return;
+      m_meddling = true;
+      step();
+      m_meddling = false;
     };
     for (const auto* event : {&control->NodeCreated, &control->LinkCreated, &control->NodeDeleted,
                               &control->LinkDeleted, &control->NodePressed, &control->NodeMoved,
-                              &control->NodeClicked, &control->NodeEnter, &control->LinkLeave}) {
+                              &control->NodeClicked, &control->NodeEnter, &control->LinkLeave,
+                              &control->Hint, &control->NodeOpened, &control->NodeRenaming}) {
       m_connections.push_back(event->connect(meddle));
     }
+    for (const auto* event : {&control->Pressed, &control->DeleteAsked, &control->ModeChanged}) {
+      m_connections.push_back(event->connect([meddle] { meddle(""); }));
+    }
+    control->linkRule([this, meddle](std::string_view, std::string_view, std::string_view) {
+      meddle("");
+      return std::string(below(4) == 0 ? "not today" : "");
+    });
   }
 
   /// A whole gesture with the left button, taken back before it ends: true when a trace was left.
@@ -64,13 +91,18 @@ class Walker {
     for (int i = below(4); i >= 0; --i) move();
     const bool inGesture = describe(*control) != before;
     control->KeyPress("Escape", "");
+    test::RecordingPainter over;
+    control->paintGesture(over, 1);
+    if (!over.frames.empty() || !over.lines.empty() || !over.fills.empty()) return true;
     if (!inGesture) return false;
     ++traces;
     return describe(*control) != before;
   }
 
   Ref<DiagramControl> control;
-  int traces = 0;  ///< gestures that changed something before they were taken back
+  int traces = 0;       ///< gestures that changed something before they were taken back
+  int handMade = 0;     ///< items drawn by hand
+  int reconnected = 0;  ///< ends dropped on another node
 
  private:
   int below(std::size_t count) {
@@ -79,8 +111,15 @@ class Walker {
   std::string anyKey(const std::string& kind) {
     return kind + std::to_string(below(static_cast<std::size_t>(m_made) + 1));
   }
-  Node* anyNode() { return control->scene().node(anyKey("n")); }
-  Link* anyLink() { return control->scene().link(anyKey("l")); }
+  Node* anyNode() { return any(control->scene().nodes()); }
+  Link* anyLink() { return any(control->scene().links()); }
+  template <class Items>
+  auto any(const Items& items) -> decltype(&*items.begin()) {
+    if (items.size() == 0) return nullptr;
+    auto item = items.begin();
+    for (int i = below(items.size()); i > 0; --i) ++item;
+    return &*item;
+  }
   std::string modifiers() {
     static constexpr std::array kAll = {"", "", "", "ctrl", "shift"};
     return kAll[static_cast<std::size_t>(below(kAll.size()))];
@@ -117,6 +156,7 @@ class Walker {
     const Point at = place();
     control->PointerRelease(at.x, at.y, button(), modifiers());
   }
+  void tick() { control->autoScroll(); }
   void doubleClick() {
     const Point at = place();
     control->PointerDoubleClick(at.x, at.y);
@@ -126,8 +166,8 @@ class Walker {
     control->Wheel(at.x, at.y, below(9) - 4, modifiers());
   }
   void key() {
-    static constexpr std::array kKeys = {"Escape", "Left", "Up", "Tab", "Home", "a",
-                                         "Space",  "+",    "-",  "0",   "F1"};
+    static constexpr std::array kKeys = {"Escape", "Left", "Up", "Tab",   "Home",   "a",  "Space",
+                                         "+",      "-",    "0",  "Enter", "Delete", "F2", "F1"};
     const char* name = kKeys[static_cast<std::size_t>(below(kKeys.size()))];
     control->KeyPress(name, modifiers());
     if (std::string(name) == "Space" && below(2) == 0) control->KeyRelease(name, "");
@@ -172,12 +212,36 @@ class Walker {
       link->ExtraPoints()->Add(at.x, at.y);
     }
   }
-  void reattach() {
-    Link* link = anyLink();
-    Node* node = anyNode();
+  void reattach() { reattach(anyLink(), anyNode(), below(2) == 0); }
+  static void reattach(Link* link, Node* node, bool atSource) {
     if (!link || !node) return;
-    below(2) == 0 ? link->reattachSource(*node) : link->reattachTarget(*node);
+    atSource ? link->reattachSource(*node) : link->reattachTarget(*node);
   }
+  void mode() {
+    switch (below(4)) {
+      case 0:
+        return control->SelectMode();
+      case 1:
+        return control->ClickCreateMode();
+      case 2:
+        return control->DrawCreateMode();
+      default:
+        control->GetDiagram()->set("CanDrawLink", below(2) == 0);
+    }
+  }
+  /// From a border or an end of a selected line to somewhere.
+  void draw() {
+    Point from = place();
+    if (Link* link = anyLink(); link && below(2) == 0) {
+      control->selLink(link->key());
+      from = below(2) == 0 ? link->points().front() : link->points().back();
+    }
+    control->PointerPress(from.x, from.y, "left", "");
+    move();
+    move();
+    release();
+  }
+  void leave() { control->PointerLeave(); }
   void command() {
     static constexpr std::array kLayouts = {"%HIERARCHY%", "MATRIX", "RANDOM", "SPRING",
                                             "TADJST",      "BADJST", "LADJST", "RADJST"};
@@ -209,10 +273,13 @@ class Walker {
   test::DiagramBuilder m_diagram;
   std::vector<platform::Connection> m_connections;
   int m_made = 0;
+  bool m_meddling = false;
 };
 
 TEST(RandomWalk, keepsTheCanvasInOrder) {
-  for (unsigned seed = 1; seed <= 16; ++seed) {
+  int handMade = 0;
+  int reconnected = 0;
+  for (unsigned seed = 1; seed <= 40; ++seed) {
     SCOPED_TRACE("seed " + std::to_string(seed));
     Walker walker(seed);
     if (seed % 2 == 0) walker.interfere();
@@ -220,7 +287,11 @@ TEST(RandomWalk, keepsTheCanvasInOrder) {
       walker.step();
       ASSERT_EQ(checkInvariants(*walker.control), "") << "after step " << i;
     }
+    handMade += walker.handMade;
+    reconnected += walker.reconnected;
   }
+  EXPECT_GT(handMade, 150);
+  EXPECT_GT(reconnected, 20);
 }
 
 TEST(RandomWalk, takesGesturesBackWithoutATrace) {

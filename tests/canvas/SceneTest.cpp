@@ -98,10 +98,57 @@ TEST_F(SceneTest, isFoundWhereItLiesAfterMovesOfEverySize) {
   EXPECT_EQ(itemsIn({std::nan(""), 0, 1, 1}), "");
 }
 
+TEST_F(SceneTest, aLongLineIsFoundOnItsWayOnly) {
+  box("a", "A", 0, 0);
+  Node& b = box("b", "B", 90000, 60000);
+  Link& l = line("l", "a", "b", "label");
+  l.endText("0..*");
+  l.endArrow(13);
+  const auto isFound = [&](Point at) { return itemsIn({at.x, at.y, 1, 1}) == "l "; };
+  EXPECT_TRUE(isFound(placeOn(l.points(), 0.3)));
+  EXPECT_TRUE(isFound(l.endTextArea().center()));
+  EXPECT_FALSE(isFound({80000, 5000}));
+  EXPECT_EQ(itemsIn(l.extent().grownBy(9)), "a b l ") << "once, however many parts are touched";
+  l.bends({{80000, 5000}});
+  EXPECT_TRUE(isFound({80000, 5000}));
+  EXPECT_FALSE(isFound({40000, 30000})) << "where it ran before";
+  b.bounds({4000, 0, 700, 500});
+  l.bends({});
+  EXPECT_EQ(itemsIn({60000, 0, 60000, 60000}), "") << "short again";
+}
+
+TEST_F(SceneTest, geometryRevisionCountsWhatIsStoredOfAPicture) {
+  Node& a = box("a", "A", 0, 0);
+  box("b", "B", 6000, 0);
+  Link& l = line("l", "a", "b");
+  Scene& scene = control->scene();
+  const auto changes = [&](const auto& action) {
+    const auto before = scene.geometryRevision();
+    action();
+    return scene.geometryRevision() != before;
+  };
+  EXPECT_TRUE(changes([&] { a.left(100); }));
+  EXPECT_TRUE(changes([&] { l.bends({{3000, 3000}}); }));
+  EXPECT_TRUE(changes([&] { control->createNode("c", "C", 0, 0, 0, 0, 2); }));
+  EXPECT_TRUE(changes([&] { control->createLink("m", "", "a", "c"); }));
+  EXPECT_TRUE(changes([&] { control->deleteLink("m"); }));
+  EXPECT_TRUE(changes([&] { control->deleteNode("c"); }));
+  EXPECT_FALSE(changes([&] { a.left(100); }));
+  EXPECT_FALSE(changes([&] { l.bends({{3000, 3000}}); }));
+  EXPECT_FALSE(changes([&] {
+    a.selected(true);
+    a.fillColor(0);
+    l.endText("1");
+    control->zoom(50);
+    control->refresh();
+  }));
+  EXPECT_TRUE(changes([&] { control->Clear(); }));
+}
+
 TEST_F(SceneTest, tellsTheOldAndTheNewPlaceOnceAnUpdate) {
   Node& a = box("a", "A", 0, 0);
-  box("b", "B", 9000, 0);
-  line("l", "a", "b");
+  box("b", "B", 30000, 0);
+  const Link& l = line("l", "a", "b");
   std::vector<Rect> told;
   int times = 0;
   const auto listening = control->scene().Damaged.connect([&](const std::vector<Rect>& areas) {
@@ -118,9 +165,15 @@ TEST_F(SceneTest, tellsTheOldAndTheNewPlaceOnceAnUpdate) {
   control->endUpdate();
   control->endUpdate();
   EXPECT_EQ(times, 1);
-  for (const Rect& place : {before, a.bounds(), control->scene().link("l")->extent()}) {
-    EXPECT_TRUE(std::any_of(told.begin(), told.end(),
-                            [&](const Rect& area) { return area.contains(place); }));
+  const auto tells = [&](const Rect& place) {
+    return std::any_of(told.begin(), told.end(),
+                       [&](const Rect& area) { return area.contains(place); });
+  };
+  EXPECT_TRUE(tells(before));
+  EXPECT_TRUE(tells(a.bounds()));
+  for (const double share : {0.0, 0.2, 0.5, 0.9, 1.0}) {
+    const Point on = placeOn(l.points(), share);
+    EXPECT_TRUE(tells(Rect{on.x, on.y, 0, 0}.grownBy(platform::kTwipsPerPixel / 2))) << share;
   }
   const auto revision = control->scene().revision();
   a.bounds(a.bounds());

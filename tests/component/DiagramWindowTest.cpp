@@ -95,6 +95,9 @@ TEST_F(Window, forwardsByNameToEditorAndCanvas) {
   EXPECT_EQ(window->call("getNode", {"a"}).object()->get("text"), Value("A"));
   window->set("linkEndArrow", 3);
   EXPECT_EQ(window->form()->Editor()->diagram()->get("linkEndArrow"), Value(3));
+  window->set("nodeNumberOfSections", 3);
+  EXPECT_EQ(window->get("nodeNumberOfSections"), Value("3")) << "handed on as a string";
+  EXPECT_THROW(window->set("nodeNumberOfSections", 17), platform::Error);
   EXPECT_THROW(window->call("createNode", {"c"}), platform::CallError);
   EXPECT_THROW(window->call("noSuchMember"), platform::CallError);
 }

@@ -1,4 +1,5 @@
 #include <QApplication>
+#include <QElapsedTimer>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QScrollBar>
@@ -57,7 +58,8 @@ class DiagramViewTest : public testing::Test {
   }
   QColor colorAt(QPointF at) {
     application.processEvents();
-    return view->viewport()->grab().toImage().pixelColor(at.toPoint());
+    const QImage seen = view->viewport()->grab().toImage();
+    return seen.pixelColor((at * seen.devicePixelRatio()).toPoint());
   }
 
   QApplication& application;
@@ -78,6 +80,25 @@ TEST_F(DiagramViewTest, dragMovesABoxAndItsPicture) {
   EXPECT_EQ(a->bounds(), before.movedBy({900, -600}));
   EXPECT_NE(colorAt(corner + QPointF(72, -28)), QColor(Qt::white));
   EXPECT_EQ(colorAt(view->fromTwips({before.left + 30, before.bottom() - 30})), QColor(Qt::white));
+}
+
+TEST_F(DiagramViewTest, scrollsWhileABoxIsHeldAtTheEdge) {
+  const QPointF title = view->fromTwips({a->bounds().center().x, a->bounds().top + 100});
+  const QPointF edge(view->viewport()->width() - 4, title.y());
+  const auto scroll = [&] { return diagram.control->viewport().scroll().x; };
+  mouse(QEvent::MouseButtonPress, title, Qt::LeftButton);
+  mouse(QEvent::MouseMove, edge, Qt::LeftButton);
+  QElapsedTimer waited;
+  waited.start();
+  while (scroll() < 300 && waited.elapsed() < 5000) {
+    application.processEvents(QEventLoop::WaitForMoreEvents, 50);
+  }
+  EXPECT_GE(scroll(), 300);
+  mouse(QEvent::MouseButtonRelease, edge, Qt::LeftButton);
+  const double end = scroll();
+  waited.start();
+  while (waited.elapsed() < 60) application.processEvents();
+  EXPECT_EQ(scroll(), end) << "nothing is held any more";
 }
 
 TEST_F(DiagramViewTest, wheelScrollsAndZoomsAtThePointer) {

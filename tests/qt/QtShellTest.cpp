@@ -1,6 +1,7 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QClipboard>
+#include <QImage>
 #include <QMenu>
 #include <QMimeData>
 #include <QTimer>
@@ -10,6 +11,7 @@
 #include "WindowBench.h"
 #include "controls/ToolBarControl.h"
 #include "qt/FileFilter.h"
+#include "qt/PopupMenu.h"
 
 namespace brisel::qt {
 namespace {
@@ -46,13 +48,121 @@ TEST(QtShell, popsUpTheBandsOfTheEditor) {
   EXPECT_EQ(clicked, "miMorpToAss");
 }
 
+TEST(QtShell, marksGreysAndLimitsTools) {
+  const WindowBench bench;
+  const auto bar = platform::as<controls::ToolBarControl>(bench.document->editor().ActiveBar21());
+  bar->checked("miCompartmentsOperations", true);
+  bar->tool("miMorphMerge")->enabled(false);
+  bar->addBand("tbCircle", "Circle");
+  bar->addTool("tbCircle", "miAround", "Around", "tbCircle");
+  QMenu menu;
+  fillMenu(menu, *bar, "tbPopupMenu");
+  const auto tool = [&](const char* key) { return menu.findChild<QAction*>(key); };
+  EXPECT_TRUE(tool("miCompartmentsOperations")->isChecked());
+  EXPECT_FALSE(tool("miCompartmentsAttributes")->isChecked());
+  EXPECT_FALSE(tool("miMorphMerge")->isEnabled());
+  EXPECT_EQ(tool("miPopupSizeToFit")->text(), "&Size to fit");
+  QMenu circle;
+  fillMenu(circle, *bar, "tbCircle");
+  EXPECT_EQ(circle.actions().size(), 1) << "a band that opens itself comes to an end";
+}
+
+TEST(QtShell, popsUpAtTheMouseAndGivesTheKeyboardBack) {
+  const WindowBench bench;
+  bench.drawSample();
+  bench.activate();
+  bench.window->editor().view().setFocus();
+  const auto bar = platform::as<controls::ToolBarControl>(bench.document->editor().ActiveBar21());
+  bar->addBand("tbShort", "Short");
+  bar->addTool("tbShort", "miOnly", "&Only this", "");
+  const QPoint place = bench.window->mapToGlobal(QPoint(150, 120));
+  {
+    const PopupsAt there(place);
+    bar->popUp("tbShort");
+  }
+  EXPECT_EQ(popupPlace(), QCursor::pos()) << "only while it is asked for";
+  auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+  ASSERT_NE(menu, nullptr);
+  EXPECT_EQ(menu->pos(), place);
+  std::string clicked;
+  const auto connection = bar->ToolClick.connect([&](const std::string& key) { clicked = key; });
+  for (const int key : {Qt::Key_Down, Qt::Key_Return}) {
+    for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease}) {
+      QKeyEvent event(type, key, Qt::NoModifier);
+      QApplication::sendEvent(menu, &event);
+    }
+  }
+  EXPECT_EQ(clicked, "miOnly");
+  EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
+  EXPECT_TRUE(bench.window->editor().view().hasFocus());
+  bar->popUp("no such band");
+  EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
+}
+
+/// Where a menu would pop up, and for which item, when the keyboard asks for it.
+TEST(QtShell, theKeyboardAsksForTheMenuOfTheSelectedItem) {
+  const WindowBench bench;
+  bench.drawSample();
+  bench.document->canvas().getNode("order")->bounds({3000, 3000, 3000, 1500});
+  bench.document->canvas().getNode("line")->bounds({300000, 3000, 3000, 1500});
+  bench.activate();
+  const DiagramView& view = bench.window->editor().view();
+  std::string asked;
+  QPoint place;
+  const auto listen = [&](const std::string& key) {
+    asked += key + " ";
+    place = view.viewport()->mapFromGlobal(popupPlace());
+  };
+  const auto nodes = bench.document->canvas().NodeRClicked.connect(listen);
+  const auto links = bench.document->canvas().LinkRClicked.connect(listen);
+  const auto ask = [&](int key, Qt::KeyboardModifiers modifiers) {
+    bench.window->editor().view().setFocus();
+    WindowBench::type(key, {}, modifiers);
+    while (QWidget* popup = QApplication::activePopupWidget()) popup->close();
+  };
+  bench.document->canvas().unselectAll();
+  ask(Qt::Key_Menu, Qt::NoModifier);
+  EXPECT_EQ(asked, "") << "nothing is selected";
+  bench.document->canvas().selNode(platform::Value("order"));
+  ask(Qt::Key_Menu, Qt::NoModifier);
+  EXPECT_EQ(place, QPoint(300, 250));
+  ask(Qt::Key_F10, Qt::ShiftModifier);
+  bench.document->canvas().selNode(platform::Value("line"));
+  ask(Qt::Key_Menu, Qt::NoModifier);
+  EXPECT_EQ(place, QPoint(view.viewport()->width(), 250)) << "as near as is seen";
+  bench.document->canvas().selLink(platform::Value("lines"));
+  ask(Qt::Key_Menu, Qt::NoModifier);
+  EXPECT_EQ(asked, "order order line lines ");
+}
+
 TEST(QtShell, putsPicturesOnTheClipboardInSeveralKinds) {
   const WindowBench bench;
   bench.drawSample();
   bench.button("Copy").trigger();
   const QMimeData* data = QApplication::clipboard()->mimeData();
   EXPECT_TRUE(data->hasFormat("image/svg+xml"));
-  EXPECT_TRUE(data->hasImage()) << "those who take no drawings get points";
+  EXPECT_TRUE(data->data("image/svg+xml").contains("OrderLine"));
+  ASSERT_TRUE(data->hasImage()) << "those who take no drawings get points";
+  const QImage points = QImage::fromData(data->data("image/png"), "PNG");
+  const QImage own = qvariant_cast<QImage>(data->imageData());
+  EXPECT_EQ(points.size(), own.size());
+  const platform::Rect all = bench.document->canvas().scene().extent();
+  EXPECT_NEAR(own.width(), all.width / 15 + 40, 2);
+  EXPECT_NEAR(own.height(), all.height / 15 + 40, 2);
+}
+
+TEST(QtShell, copiesALargeDiagramAsASmallerPicture) {
+  const WindowBench bench;
+  bench.drawSample();
+  bench.document->canvas().getNode("line")->bounds({900000, 600000, 3000, 1500});
+  bench.button("Copy").trigger();
+  const QImage own = qvariant_cast<QImage>(QApplication::clipboard()->mimeData()->imageData());
+  EXPECT_GT(qint64(own.width()) * own.height(), 30'000'000);
+  EXPECT_LE(qint64(own.width()) * own.height(), 41'000'000);
+  const auto shell = platform::make<QtShell>();
+  shell->copy({{"text/plain", "words"}, {"image/svg+xml", "no drawing"}});
+  EXPECT_EQ(QApplication::clipboard()->text(), "words");
+  EXPECT_TRUE(QApplication::clipboard()->image().isNull());
 }
 
 TEST(QtShell, answersWithTheButtonThatWasClicked) {

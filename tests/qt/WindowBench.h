@@ -1,7 +1,10 @@
 #pragma once
 
 #include <QApplication>
+#include <QElapsedTimer>
+#include <QKeyEvent>
 #include <QMimeData>
+#include <QMouseEvent>
 #include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QUrl>
@@ -14,6 +17,7 @@
 #include "component/Document.h"
 #include "component/Suite.h"
 #include "qt/CanvasToolBar.h"
+#include "qt/DiagramView.h"
 #include "qt/EditorWidget.h"
 #include "qt/MainWindow.h"
 #include "qt/MessageBar.h"
@@ -74,7 +78,38 @@ struct WindowBench {
     return folder.filePath(name).toStdString();
   }
   [[nodiscard]] QAction& button(std::string_view key) const {
-    return *window->editor().toolBar().action(key);
+    return *window->editor().action(key);
+  }
+
+  /// The keyboard is the window's.
+  void activate() const {
+    window->activateWindow();
+    QElapsedTimer waited;
+    waited.start();
+    while (!window->isActiveWindow() && waited.elapsed() < 3000) QApplication::processEvents();
+  }
+  /// Presses a key where the keyboard is.
+  static void type(int key, const QString& text = {},
+                   Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+    for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease}) {
+      QWidget* widget = QApplication::focusWidget();
+      if (!widget) return;
+      QKeyEvent event(type, key, modifiers, text);
+      QApplication::sendEvent(widget, &event);
+    }
+  }
+  static void type(const QString& text) {
+    for (const char32_t c : text.toUcs4()) type(0, QString::fromUcs4(&c, 1));
+  }
+  /// A click of the mouse in the view, in its pixels.
+  void click(QPointF at, Qt::MouseButton button = Qt::LeftButton) const {
+    QWidget& viewport = *window->editor().view().viewport();
+    if (button == Qt::LeftButton) window->editor().view().setFocus(Qt::MouseFocusReason);
+    for (const QEvent::Type type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
+      QMouseEvent event(type, at, viewport.mapToGlobal(at), button,
+                        type == QEvent::MouseButtonPress ? button : Qt::NoButton, Qt::NoModifier);
+      QApplication::sendEvent(&viewport, &event);
+    }
   }
 
   QApplication& app = *qApp;

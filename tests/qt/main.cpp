@@ -1,10 +1,12 @@
 #include <QApplication>
+#include <QStandardPaths>
 
 #include <gtest/gtest.h>
 
 /// One application for all window tests; it ends before the static objects of Qt do.
 int main(int count, char** arguments) {
   testing::InitGoogleTest(&count, arguments);
+  QStandardPaths::setTestModeEnabled(true);  // settings of a person are left alone
   const QApplication application(count, arguments);
   return RUN_ALL_TESTS();
 }

@@ -29,15 +29,22 @@ class Checker {
   std::string run() {
     std::set<const Item*> present;
     std::size_t ends = 0;
+    Rect all;
     for (Node& node : m_scene.nodes()) {
       present.insert(&node);
       ends += node.attached().size();
+      all = all.united(node.extent());
       checkNode(node);
     }
     for (Link& link : m_scene.links()) {
       present.insert(&link);
+      all = all.united(link.extent());
       checkLink(link);
     }
+    const Rect extent = m_scene.extent();
+    require(near(extent.left, all.left) && near(extent.top, all.top) &&
+                near(extent.right(), all.right()) && near(extent.bottom(), all.bottom()),
+            "its extent is that of its items", "scene");
     require(ends == 2 * m_scene.links().size(), "each link stands at its two ends", "scene");
     checkListed(m_scene.selection().selectedItems(), present, &Item::isSelected, "selected");
     checkListed(m_scene.selection().markedItems(), present, &Item::isMarked, "marked");
@@ -49,20 +56,25 @@ class Checker {
     if (!holds) m_wrong << where << ": not so that " << what << '\n';
   }
 
+  static bool near(double a, double b) { return std::abs(a - b) <= kTolerance; }
+
   void checkItem(const Item& item) {
     require(item.scene() == &m_scene, "it knows its scene", item.itemKey());
     const Rect extent = item.extent();
     require(std::isfinite(extent.left + extent.top + extent.width + extent.height),
             "its extent is finite", item.itemKey());
+  }
+
+  void checkFound(const Item& item, Point at) {
     std::vector<Item*> found;
-    const Point middle = extent.center();
-    m_scene.collect({middle.x, middle.y, 0, 0}, found);
+    m_scene.collect({at.x, at.y, 0, 0}, found);
     require(std::count(found.begin(), found.end(), &item) == 1, "it is found where it lies",
             item.itemKey());
   }
 
   void checkNode(const Node& node) {
     checkItem(node);
+    checkFound(node, node.bounds().center());
     require(m_scene.node(node.key()) == &node, "its key finds it", node.key());
     const Rect box = node.bounds();
     require(box.width >= 0 && box.height >= 0, "its size is not negative", node.key());
@@ -81,6 +93,13 @@ class Checker {
             "its ends stand on the canvas", link.key());
     const auto& points = link.points();
     require(points.size() >= 2, "it has two ends", link.key());
+    for (std::size_t i = 1; i < points.size(); ++i) {
+      checkFound(link, points[i - 1]);
+      checkFound(link, points[i - 1] + (points[i] - points[i - 1]) * (1.0 / 3));
+    }
+    for (const Rect& text : {link.labelArea(), link.beginTextArea(), link.endTextArea()}) {
+      if (!text.isEmpty()) checkFound(link, text.center());
+    }
     require(onBorder(link.sourceNode().bounds(), points.front()), "it begins at its box",
             link.key());
     require(onBorder(link.targetNode().bounds(), points.back()), "it ends at its box", link.key());
