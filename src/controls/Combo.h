@@ -13,9 +13,9 @@
 namespace brisel::controls {
 
 /// "BriselControls.Combo": an entry a node of a collection, one of them selected, found in place as
-/// a person types. The texts of the entries are those of the last `fill` or `refresh`, which a view
-/// calls as it opens the list; `Entries` refreshes too. The text of the selected node is always
-/// read from the node. A selected node that has left its repository counts as none.
+/// a person types. The entries of views are those of the last `fill` or `refresh`, which a view
+/// calls as it opens the list; `Entries`, and the text of what is selected, are always read from
+/// the nodes. A selected node that has left its repository counts as none.
 class Combo : public Control {
  public:
   using NodeRef = platform::Ref<platform::Node>;
@@ -23,7 +23,8 @@ class Combo : public Control {
   /// Empties the combo.
   void create() { clear(); }
   /// Shows the nodes of the collection by one of their properties ("Name"). Holds the collection,
-  /// so that `refresh` finds what came and went. Keeps the selection.
+  /// so that `refresh` finds what came and went. Keeps the selection. A CallError for a collection
+  /// of anything else than nodes.
   void fill(platform::Collection& nodes, std::string_view displayProperty);
   /// Reads the collection again: nodes made, removed and renamed since.
   void refresh();
@@ -55,14 +56,14 @@ class Combo : public Control {
   platform::Event<std::string> Entered;  ///< the text, which no entry has
 
   /// All texts, as they are now.
-  [[nodiscard]] platform::Ref<platform::ValueArray> Entries();
+  [[nodiscard]] platform::Ref<platform::ValueArray> Entries() const;
 
   // For views; entries from 0, as of the last refresh.
   [[nodiscard]] std::size_t entryCount() const { return m_entries.size(); }
   [[nodiscard]] const std::string& entryText(std::size_t entry) const {
     return m_entries[entry].text;
   }
-  /// Chooses the entry as a person does.
+  /// Chooses the entry as a person does; one whose node is gone only refreshes.
   void chooseEntry(std::size_t entry);
   /// The indexes of the entries that contain the text, ignoring case: those that begin with it
   /// first, in the order of the entries, `limit` of them at most. All match the empty text.
@@ -79,8 +80,10 @@ class Combo : public Control {
     std::string folded;  ///< the text in lower case
   };
 
+  void fillFrom(platform::Object& nodes, std::string_view displayProperty);
   [[nodiscard]] std::string textOf(const platform::Node& node) const;
   [[nodiscard]] NodeRef find(std::string_view text) const;
+  [[nodiscard]] NodeRef findNow(std::string_view text);
   void choose(const NodeRef& node);
 
   platform::Ref<platform::Collection> m_nodes;

@@ -13,7 +13,7 @@ using platform::Ref;
 
 namespace {
 
-void refuseFill() {
+[[noreturn]] void refuseFill() {
   throw platform::CallError(platform::ErrorNumber::typeMismatch,
                             "Wrong kind of argument 1 of fill: a link type or its links expected");
 }

@@ -34,8 +34,9 @@ class Property : public Control {
   /// The node whose values are shown, nothing for none. Edits of another node are dropped.
   void node(platform::Node* node);
   [[nodiscard]] platform::Ref<platform::Node> node() const { return m_node; }
-  /// Writes what was edited, and nothing else, to the node; drops it when the node has left its
-  /// repository. Nothing is edited afterwards.
+  /// Writes what was edited, and nothing else, to the node in the order of the keys; drops it when
+  /// the node has left its repository. Nothing is edited afterwards. What the repository refuses
+  /// stays edited, with all behind it.
   void apply();
   /// No node, no edits; the keys stay.
   void clear();

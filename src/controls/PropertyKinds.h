@@ -28,8 +28,9 @@ struct PropertyFormat {
 [[nodiscard]] platform::Value shownValue(const PropertyFormat& format,
                                          const platform::Value& stored);
 
-/// A value given for a property, in the kind in which it is stored. An Error (typeMismatch) naming
-/// the key when it does not fit.
+/// A value given for a property, in the kind in which it is shown and stored; the words True and
+/// False and written numbers count as what they say. An Error (typeMismatch) naming the key when it
+/// does not fit.
 [[nodiscard]] platform::Value storedValue(std::string_view key, const PropertyFormat& format,
                                           const platform::Value& given);
 
