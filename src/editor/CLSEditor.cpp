@@ -83,6 +83,7 @@ void CLSEditor::connectCanvas() {
   answer(m_className->FocusLost, "ClassName_LostFocus", &CLSEditor::CommitClassName);
   answer(m_classControl->Edited, "ClassEdited", &CLSEditor::paneEdited);
   answer(m_classControl->Gone, "ClassGone", &CLSEditor::closePane);
+  answer(m_classControl->Closing, "ClassClosing", &CLSEditor::closePane);
   m_connections.push_back(
       m_diagram->NodeOpened.connect([this](const std::string& key) { EditClass(key); }));
   m_connections.push_back(

@@ -84,6 +84,10 @@ class CLSClassControl : public controls::Control {
   [[nodiscard]] double Width() const { return m_area.width; }
   [[nodiscard]] double Height() const { return m_area.height; }
 
+  /// A person closes the pane: what is to come of it is the owner's.
+  void Close() { Closing(); }
+
+  platform::Event<> Closing;
   platform::Event<> Edited;  ///< a member of the class was added, changed or deleted here
   platform::Event<> Gone;    ///< the class left the model and the pane let go of it
 

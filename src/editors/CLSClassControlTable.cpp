@@ -46,6 +46,8 @@ const platform::MemberTable& CLSClassControl::memberTable() const {
           .property("Top", &C::Top)
           .property("Width", &C::Width)
           .property("Height", &C::Height)
+          .method("Close", &C::Close)
+          .event("Closing", &C::Closing)
           .event("Edited", &C::Edited)
           .event("Gone", &C::Gone)
           .build();

@@ -92,14 +92,7 @@ void ClassPane::dock(bool docked) {
   }
 }
 
-void ClassPane::close() {
-  if (m_docked) {
-    m_bands->showBand(kBand, false);
-  } else {
-    m_pane->Finish();
-    m_pane->Visible(false);
-  }
-}
+void ClassPane::close() { m_pane->Close(); }
 
 QString ClassPane::heading() const { return m_heading->text(); }
 
