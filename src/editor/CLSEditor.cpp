@@ -176,7 +176,10 @@ Ref<platform::MetaRepository> CLSEditor::Repository() const {
 }
 
 void CLSEditor::Repository(platform::MetaRepository* repository) {
-  trap("Repository", [this] { CommitClassName(); });
+  trap("Repository", [this] {
+    CommitClassName();
+    closePane();
+  });
   m_repository->SetRepository(repository);
 }
 

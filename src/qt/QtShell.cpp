@@ -93,6 +93,8 @@ void QtShell::showPopup(platform::ToolBarControl& toolBar, std::string_view band
   menu->popup(popupPlace());
 }
 
+void QtShell::runForm(std::string_view, platform::Object& form) { form.set("Visible", false); }
+
 void QtShell::copy(const std::vector<std::pair<std::string, std::string>>& byKind) {
   QApplication::clipboard()->setMimeData(std::make_unique<PictureData>(byKind).release());
 }

@@ -24,6 +24,8 @@ class QtShell : public platform::Shell {
   std::optional<std::string> askSaveFile(const platform::FileDialog& dialog) override;
   /// Returns at once; the choice comes later, as a click on the tool-bar control.
   void showPopup(platform::ToolBarControl& toolBar, std::string_view band) override;
+  /// A form without a view of its own is hidden again at once.
+  void runForm(std::string_view name, platform::Object& form) override;
   void copy(const std::vector<std::pair<std::string, std::string>>& byKind) override;
 
  private:

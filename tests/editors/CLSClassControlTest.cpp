@@ -76,7 +76,7 @@ TEST_F(CLSClassControlTest, severalNamesMakeSeveralMembers) {
   EXPECT_EQ(namesIn(*pane.Attributes()), "number a b c");
   EXPECT_EQ(typeOf(attribute("b")), "Text");
   EXPECT_EQ(attribute("b")->GetProperty("scope").text(), "private");
-  EXPECT_EQ(rows("Order", 0)[1], "-a     :Text");
+  EXPECT_EQ(rows("Order", 0)[1], "-a:Text");
   EXPECT_EQ(told, "Order Order Order ");
 
   pane.AttributeName()->SetText("a");

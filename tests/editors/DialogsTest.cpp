@@ -26,8 +26,8 @@ class DialogsTest : public testing::Test, protected EditorBench {
         [this](const std::string& kind, const Ref<platform::ValueRecord>& told) {
           if (kind != "dialog") return;
           answered += told->get("name").text() + ':' + told->get("answer").text() + ' ';
-          if (const std::string error = told->get("error").text(); !error.empty()) {
-            answered += '(' + error + ") ";
+          for (const auto& [name, value] : told->fields()) {
+            if (name == "error") answered += '(' + value.text() + ") ";
           }
           caption = told->get("object").object()->get("Caption").text();
         }));
@@ -72,8 +72,8 @@ TEST_F(DialogsTest, captionsAndTabsFollowTheKind) {
   };
   Ref<platform::Object> form;
   const auto keep =
-      shell->Answered.connect([&](const std::string&, const Ref<platform::ValueRecord>& told) {
-        form = told->get("object").object();
+      shell->Answered.connect([&](const std::string& kind, const Ref<platform::ValueRecord>& told) {
+        if (kind == "dialog") form = told->get("object").object();
       });
   for (const Case& one :
        {Case{"a", "Association", "Name Intention ReverseName PreferredDirection IsDerived ", 3},
