@@ -58,7 +58,7 @@ Property& CLSAssociationControl::grid(std::int64_t index) const {
 }
 
 bool CLSAssociationControl::isEditable() const {
-  return m_association && m_association->clsObject() &&
+  return m_repository && m_association && m_association->clsObject() &&
          controls::isInRepository(*m_association->clsObject());
 }
 
@@ -69,6 +69,10 @@ void CLSAssociationControl::Prepare() {
 }
 
 void CLSAssociationControl::prepare() {
+  if (!m_repository) {
+    throw platform::Error(platform::ErrorNumber::objectMissing,
+                          "The relationship editor has no repository");
+  }
   const Ref<platform::Node> node = m_association->clsObject();
   m_tabs->clear();
   for (const Text key : kTabs) m_tabs->add(key, key);

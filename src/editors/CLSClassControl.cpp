@@ -115,6 +115,9 @@ void CLSClassControl::Prepare() {
 }
 
 void CLSClassControl::prepare() {
+  if (!m_repository) {
+    throw platform::Error(platform::ErrorNumber::objectMissing, "The class editor has no repository");
+  }
   const Ref<platform::Node> shown = m_class->clsObject();
   const auto model = m_repository->GetRepository();
   for (MemberPanel* panel : {&m_attributes, &m_operations, &m_parameters}) {

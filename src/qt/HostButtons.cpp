@@ -20,7 +20,7 @@ constexpr HostButton kButtons[] = {
     {"SharedAggregation", "draw shared aggregations"},
     {"Generalization", "draw generalizations"},
     {"Open", "Open diagram", true, "FileOpen"},
-    {"Stereotypes", "edit stereotypes", false},
+    {"Stereotypes", "edit stereotypes"},
     {"MatrixBrowser", "browse all relationships in a matrix", false},
     {"Template", "edit code templates", false},
     {"Demo", "fill the model with a demo", false},

@@ -11,6 +11,8 @@
 
 #include "controls/ToolBarControl.h"
 #include "qt/FileFilter.h"
+#include "qt/FormDialog.h"
+#include "qt/FormViews.h"
 #include "qt/PictureData.h"
 #include "qt/PopupMenu.h"
 #include "qt/Text.h"
@@ -93,7 +95,14 @@ void QtShell::showPopup(platform::ToolBarControl& toolBar, std::string_view band
   menu->popup(popupPlace());
 }
 
-void QtShell::runForm(std::string_view, platform::Object& form) { form.set("Visible", false); }
+void QtShell::runForm(std::string_view name, platform::Object& form) {
+  const platform::Ref<platform::Object> held(&form);
+  if (const auto dialog = makeFormDialog(name, form, front())) {
+    dialog->run();
+  } else {
+    form.set("Visible", false);
+  }
+}
 
 void QtShell::copy(const std::vector<std::pair<std::string, std::string>>& byKind) {
   QApplication::clipboard()->setMimeData(std::make_unique<PictureData>(byKind).release());

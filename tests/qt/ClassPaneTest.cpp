@@ -26,6 +26,7 @@ TEST_F(ClassPaneTest, liesOverTheCanvasWhereThePaneSays) {
   EXPECT_FALSE(shown.isVisible());
   const auto order = bench.document->editor().GetClassFromNode("order");
   pane.Class(order.get());
+  pane.Repository(bench.document->editor().CLSRepository().get());
   pane.area({1500, 3000, 4500, 3000});
   pane.Prepare();
   pane.Visible(true);

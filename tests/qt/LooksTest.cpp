@@ -1,10 +1,14 @@
+#include <QAbstractButton>
+#include <QLabel>
 #include <QMenu>
 #include <QPalette>
+#include <QTabBar>
 
 #include <gtest/gtest.h>
 
 #include "WindowBench.h"
 #include "controls/ToolBarControl.h"
+#include "qt/ClassPane.h"
 #include "qt/NameBox.h"
 #include "qt/PopupMenu.h"
 
@@ -14,13 +18,12 @@ namespace {
 using test::WindowBench;
 
 QPalette darkPalette() {
-  QPalette dark;
-  dark.setColor(QPalette::Window, QColor(0x2b, 0x2d, 0x31));
-  dark.setColor(QPalette::WindowText, QColor(0xe6, 0xe6, 0xe6));
+  QPalette dark(QColor(0x35, 0x38, 0x3d), QColor(0x2b, 0x2d, 0x31));  // shades of the frames too
+  for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
+    dark.setColor(role, QColor(0xe6, 0xe6, 0xe6));
+    dark.setColor(QPalette::Disabled, role, QColor(0x7a, 0x7d, 0x82));
+  }
   dark.setColor(QPalette::Base, QColor(0x1f, 0x21, 0x24));
-  dark.setColor(QPalette::Text, QColor(0xe6, 0xe6, 0xe6));
-  dark.setColor(QPalette::Button, QColor(0x35, 0x38, 0x3d));
-  dark.setColor(QPalette::ButtonText, QColor(0xe6, 0xe6, 0xe6));
   return dark;
 }
 
@@ -67,17 +70,15 @@ TEST(Looks, followTheDesktopAndKeepThePaperWhite) {
   QApplication::setPalette(before);
 }
 
-/// What is laid over the paper: a name being typed, and the pane. The name is typed on paper on
-/// every desktop, the menu and the pane are the desktop's.
+/// What is laid over the paper: a name is typed on paper on every desktop, the menu is the
+/// desktop's.
 TEST(Looks, ofWhatLiesOverThePaper) {
   const WindowBench bench;
   bench.drawSample();
   canvas::DiagramControl& canvas = bench.document->canvas();
-  canvas.getNode("order")->bounds({6000, 3000, 3000, 1800});
   canvas.getNode("line")->bounds({6000, 6500, 3000, 1800});
   const auto bar = platform::as<controls::ToolBarControl>(bench.document->editor().ActiveBar21());
   const auto box = bench.document->editor().ClassName();
-  const auto pane = bench.document->editor().CLSClassControl1();
   const QPalette before = QApplication::palette();
   bench.activate();
   for (const bool dark : {false, true}) {
@@ -88,10 +89,6 @@ TEST(Looks, ofWhatLiesOverThePaper) {
     box->Visible(true);
     box->SelLength(5);
     box->SetFocus();
-    pane->Class(bench.document->editor().GetClassFromNode("order").get());
-    pane->area({9600, 3000, 4500, 2700});
-    pane->Prepare();
-    pane->Visible(true);
     QMenu menu(bench.window.get());
     fillMenu(menu, *bar, "tbPopupMenu");
     menu.popup(bench.window->mapToGlobal(QPoint(300, 500)));
@@ -106,7 +103,96 @@ TEST(Looks, ofWhatLiesOverThePaper) {
     EXPECT_GT(brightness(window, paper), 250) << "a name is typed on paper";
     menu.close();
     box->Visible(false);
-    pane->Visible(false);
+  }
+  QApplication::setPalette(before);
+}
+
+void fillModel(repository::CLSRepository& model) {
+  const auto text = model.MakeDataType("Text", "", "");
+  const auto date = model.MakeDataType("Date", "", "");
+  platform::Ref<platform::Link> link;
+  for (const char* name : {"customer", "ordered", "delivered", "aNameThatIsLongerThanItsColumnIs"}) {
+    model.AddAttributeS("order", name, date->identifier(), link);
+  }
+  for (const char* name : {"add", "total", "remove"}) {
+    model.AddOperation("order", name, "", "", false, false, false, "public", false, false,
+                       text->identifier(), link);
+  }
+  const std::string last = link->Target()->identifier();
+  model.AddParameter(last, "line", "", text->identifier(), link);
+  for (const char* name : {"entity", "boundary", "control"}) {
+    model.GetRepository()->MakeNode("Stereotype", name, model.UUID());
+  }
+}
+
+/// The labels and buttons that have less room than their text needs, or stick out of what they lie
+/// on: "New Scope: ".
+std::string clippedIn(const QWidget& window) {
+  std::string clipped;
+  for (const QWidget* widget : window.findChildren<QWidget*>()) {
+    if (!widget->isVisible()) continue;
+    const auto* label = qobject_cast<const QLabel*>(widget);
+    const auto* button = qobject_cast<const QAbstractButton*>(widget);
+    if (!(label && !label->wordWrap()) && !button) continue;
+    const bool isNarrow = widget->width() < widget->sizeHint().width();
+    const bool isOutside = !widget->parentWidget()->rect().contains(widget->geometry());
+    if (!isNarrow && !isOutside) continue;
+    clipped += (label ? label->text() : button->text()).toStdString() + ' ';
+  }
+  return clipped;
+}
+
+/// Each page of the class editor and each dialog, filled.
+TEST(Looks, ofTheEditors) {
+  const WindowBench bench;
+  bench.drawSample();
+  editor::CLSEditor& editor = bench.document->editor();
+  fillModel(*editor.CLSRepository());
+  const auto pane = editor.CLSClassControl1();
+  const ClassPane& shown = bench.window->editor().classPane();
+  const QPalette before = QApplication::palette();
+  bench.activate();
+  for (const bool dark : {false, true}) {
+    QApplication::setPalette(dark ? darkPalette() : before);
+    const std::string suffix = dark ? "-dark" : "-light";
+    const auto keepPane = [&](const char* name) {
+      QApplication::processEvents();
+      keep(bench.window->grab().toImage(), (name + suffix).c_str());
+      EXPECT_EQ(clippedIn(shown), "") << name;
+    };
+    editor.EditClass("order");
+    EXPECT_EQ(shown.size(), QSize(460, 420));
+    keepPane("class");
+    pane->TabStrip1()->Choose("Attributes");
+    pane->Attributes()->Select(2);
+    keepPane("attributes");
+    pane->Attributes()->Open(2);
+    keepPane("member");
+    pane->PropertyOk()->Click();
+    pane->TabStrip1()->Choose("Operations");
+    pane->Operations()->Select(3);
+    keepPane("operations");
+    pane->ToolOperation()->Click("miOperationParameters");
+    keepPane("parameters");
+    editor.ActiveBar21()->Tag("order");
+    editor.ActiveBar21()->Click("miPopupProperties");
+    pane->TabStrip1()->Choose("Attributes");
+    keepPane("docked");
+    pane->Close();
+    bench.shell->inForms.emplace_back([&](QWidget& dialog) {
+      keep(dialog.grab().toImage(), ("relationship" + suffix).c_str());
+      EXPECT_EQ(clippedIn(dialog), "");
+      dialog.findChild<QTabBar*>()->setCurrentIndex(1);
+      QApplication::processEvents();
+      keep(dialog.grab().toImage(), ("source" + suffix).c_str());
+      EXPECT_EQ(clippedIn(dialog), "");
+    });
+    editor.EditAssociation("lines");
+    bench.shell->inForms.emplace_back([&](QWidget& dialog) {
+      keep(dialog.grab().toImage(), ("stereotypes" + suffix).c_str());
+      EXPECT_EQ(clippedIn(dialog), "");
+    });
+    editor.EditStereotypes();
   }
   QApplication::setPalette(before);
 }

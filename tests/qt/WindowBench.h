@@ -5,14 +5,19 @@
 #include <QKeyEvent>
 #include <QMimeData>
 #include <QMouseEvent>
+#include <QPointer>
 #include <QStandardPaths>
 #include <QTemporaryDir>
+#include <QTimer>
 #include <QUrl>
 #include <deque>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
 #include <vector>
+
+#include <gtest/gtest.h>
 
 #include "component/Document.h"
 #include "component/Suite.h"
@@ -31,6 +36,8 @@ class AnsweringShell : public qt::QtShell {
   std::deque<std::string> answers;                     ///< to message boxes, by caption
   std::deque<std::optional<std::string>> chosenFiles;  ///< nothing cancels
   std::vector<std::string> asked;
+  /// What the person does in the next form, once each; without anything to do, it is closed.
+  std::deque<std::function<void(QWidget& dialog)>> inForms;
 
   std::string showMessage(const platform::Message& message) override {
     asked.push_back(message.text);
@@ -38,6 +45,17 @@ class AnsweringShell : public qt::QtShell {
   }
   std::optional<std::string> askOpenFile(const platform::FileDialog&) override { return file(); }
   std::optional<std::string> askSaveFile(const platform::FileDialog&) override { return file(); }
+  void runForm(std::string_view name, platform::Object& form) override {
+    const auto doing = inForms.empty() ? std::function<void(QWidget&)>([](QWidget&) {}) : take(inForms);
+    QTimer::singleShot(0, [doing] {
+      QWidget* dialog = QApplication::activeModalWidget();
+      ASSERT_NE(dialog, nullptr);
+      const QPointer<QWidget> open(dialog);
+      doing(*dialog);
+      if (open && open->isVisible()) open->close();
+    });
+    qt::QtShell::runForm(name, form);
+  }
 
  private:
   template <class T>
