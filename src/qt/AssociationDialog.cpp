@@ -6,8 +6,7 @@ namespace brisel::qt {
 
 AssociationDialog::AssociationDialog(const platform::Ref<editors::frmAssociation>& form,
                                      QWidget* parent)
-    : FormDialog(form, parent),
-      m_pane(new AssociationPane(form->CLSAssociationControl1(), this)) {
+    : FormDialog(form, parent), m_pane(new AssociationPane(form->CLSAssociationControl1(), this)) {
   setContent(m_pane);
   setButtons(form->Ok(), form->Cancel());
   resize(460, 430);

@@ -40,8 +40,7 @@ AssociationPane::AssociationPane(platform::Ref<editors::CLSAssociationControl> c
   const auto panels = m_control->Picture1();
   for (std::int64_t i = 0; i < panels->Count(); ++i) {
     m_pages->addWidget(makePage(i));
-    m_connections.push_back(
-        panels->at<controls::Panel>(i).Changed.connect([this] { follow(); }));
+    m_connections.push_back(panels->at<controls::Panel>(i).Changed.connect([this] { follow(); }));
   }
   auto* frame = new QFrame(this);
   frame->setFrameStyle(QFrame::StyledPanel | QFrame::Plain);
@@ -65,10 +64,10 @@ QWidget* AssociationPane::makePage(std::int64_t index) {
   heading->setTextFormat(Qt::PlainText);
   column->addWidget(heading);
   m_headings.push_back(heading);
-  auto* grid = new PropertyWidget(
-      platform::Ref<controls::Property>(
-          &m_control->PropertyAssociation()->at<controls::Property>(index)),
-      page);
+  auto* grid =
+      new PropertyWidget(platform::Ref<controls::Property>(
+                             &m_control->PropertyAssociation()->at<controls::Property>(index)),
+                         page);
   m_grids.push_back(grid);
   column->addWidget(grid, 1);
   if (index == kOwnPage) {

@@ -9,6 +9,8 @@
 #include <QVBoxLayout>
 
 #include "qt/ButtonWidget.h"
+#include "qt/ComboWidget.h"
+#include "qt/EnterField.h"
 #include "qt/Looks.h"
 #include "qt/MemberView.h"
 #include "qt/PropertyWidget.h"
@@ -61,12 +63,12 @@ void ClassControlView::build() {
   m_attributes = new MemberView(
       Controls{m_control->Attributes(), m_control->AttributeName(), m_control->AttributeScope(),
                m_control->AttributeType(), m_control->ToolAttr(), "tbAttributes", "miAttrDelete",
-               tr("Attributes")},
+               "Attribute", tr("Attributes")},
       m_pages);
   m_operations = new MemberView(
       Controls{m_control->Operations(), m_control->OperationName(), m_control->OperationScope(),
                m_control->OperationType(), m_control->ToolOperation(), "tbOperations",
-               "miOperationDelete", tr("Operations")},
+               "miOperationDelete", "Operation", tr("Operations")},
       m_pages);
   m_pages->insertWidget(classPage, makeClassPage());
   m_pages->insertWidget(attributePage, m_attributes);
@@ -97,11 +99,16 @@ QWidget* ClassControlView::makeClassPage() {
 QWidget* ClassControlView::makeParameterPage() {
   auto* page = new QWidget(m_pages);
   m_operationHeading = makeHeading(*page);
-  m_parameters =
-      new MemberView({m_control->Parameters(), m_control->ParameterName(), {},
-                      m_control->ParameterType(), m_control->ToolParameter(), "tbParameters",
-                      "miParameterDelete", tr("Parameters")},
-                     page);
+  m_parameters = new MemberView({m_control->Parameters(),
+                                 m_control->ParameterName(),
+                                 {},
+                                 m_control->ParameterType(),
+                                 m_control->ToolParameter(),
+                                 "tbParameters",
+                                 "miParameterDelete",
+                                 "Parameter",
+                                 tr("Parameters")},
+                                page);
   QVBoxLayout* column = columnOf(*page);
   column->addWidget(m_operationHeading);
   column->addWidget(m_parameters, 1);
@@ -168,7 +175,7 @@ void ClassControlView::showHeadings() {
 void ClassControlView::enterFields() {
   switch (static_cast<Page>(m_pages->currentIndex())) {
     case classPage:
-      return m_stereotype->setFocus(Qt::OtherFocusReason);
+      return enterField(m_stereotype->combo());
     case attributePage:
       return m_attributes->enterFields();
     case operationPage:

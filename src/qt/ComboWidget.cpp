@@ -133,8 +133,8 @@ bool ComboWidget::enter() {
   const QString text = currentText();
   held->Enter(fromQt(text));
   if (m_unknown == Unknown::refused && m_isTyping) {
-    QToolTip::showText(mapToGlobal(QPoint(0, height())), tr("There is no \"%1\" to choose").arg(text),
-                       this);
+    QToolTip::showText(mapToGlobal(QPoint(0, height())),
+                       tr("There is no \"%1\" to choose").arg(text), this);
   } else {
     lineEdit()->selectAll();
   }

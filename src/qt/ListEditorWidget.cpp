@@ -28,8 +28,9 @@ ListEditorWidget::ListEditorWidget(platform::Ref<controls::ListEditor> list, QWi
   m_refusal->hide();
   build();
   setFocusProxy(m_view);
-  connect(m_view->itemDelegate(), &QAbstractItemDelegate::closeEditor, this,
-          [this] { m_model->dropDraft(); }, Qt::QueuedConnection);
+  connect(
+      m_view->itemDelegate(), &QAbstractItemDelegate::closeEditor, this,
+      [this] { m_model->dropDraft(); }, Qt::QueuedConnection);
   connect(m_view->selectionModel(), &QItemSelectionModel::currentChanged, this,
           [this] { showCommands(); });
   connect(m_model, &QAbstractItemModel::modelReset, this, [this] {

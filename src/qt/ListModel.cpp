@@ -13,9 +13,8 @@ ListModel::ListModel(platform::Ref<controls::ListView> list, QObject* parent)
   m_connections.push_back(m_list->RowsReset.connect([this] { reset(); }));
   m_connections.push_back(m_list->RowInserted.connect([this](std::size_t row) { insertRow(row); }));
   m_connections.push_back(m_list->RowRemoved.connect([this](std::size_t row) { removeRow(row); }));
-  m_connections.push_back(m_list->RowChanged.connect([this](std::size_t row) {
-    showRows(static_cast<int>(row), static_cast<int>(row));
-  }));
+  m_connections.push_back(m_list->RowChanged.connect(
+      [this](std::size_t row) { showRows(static_cast<int>(row), static_cast<int>(row)); }));
   reset();
 }
 

@@ -105,7 +105,8 @@ void ListViewWidget::mouseDoubleClickEvent(QMouseEvent* event) {
 
 bool ListViewWidget::entersBy(int key) const {
   if (!currentIndex().isValid() || selectionModel()->hasSelection()) return false;
-  return key == Qt::Key_Down || key == Qt::Key_Up;
+  const bool staysThere = key == Qt::Key_Home && currentIndex().row() == 0;
+  return key == Qt::Key_Down || key == Qt::Key_Up || staysThere;
 }
 
 void ListViewWidget::keyPressEvent(QKeyEvent* event) {

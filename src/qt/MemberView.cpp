@@ -4,6 +4,7 @@
 #include <QLabel>
 
 #include "qt/ComboWidget.h"
+#include "qt/EnterField.h"
 #include "qt/ListViewWidget.h"
 #include "qt/OptionGroupWidget.h"
 #include "qt/TextBoxWidget.h"
@@ -22,34 +23,36 @@ void MemberView::build() {
   grid->setContentsMargins(0, 0, 0, 0);
   grid->setColumnStretch(1, 1);
   m_name = new TextBoxWidget(m_controls.name, this);
-  addField(*grid, tr("&Name:"), *m_name);
+  addField(*grid, "Name", tr("&Name:"), *m_name);
   if (m_controls.scope) {
-    addField(*grid, tr("Scope:"), *new OptionGroupWidget(m_controls.scope, this));
+    addField(*grid, "Scope", tr("Scope:"), *new OptionGroupWidget(m_controls.scope, this));
   }
   auto* type = new ComboWidget(m_controls.type, ComboWidget::Unknown::entered, this);
-  addField(*grid, tr("&Type:"), *type);
+  addField(*grid, "Type", tr("&Type:"), *type);
   auto* tools = new ToolRow(m_controls.tools, m_controls.band, this);
   grid->addWidget(tools, grid->rowCount(), 0, 1, 2);
   m_list = new ListViewWidget(m_controls.list, this);
   m_list->setAccessibleName(m_controls.listName);
+  m_list->setObjectName(m_controls.member + "s");
   const int row = grid->rowCount();
   grid->addWidget(m_list, row, 0, 1, 2);
   grid->setRowStretch(row, 1);
 }
 
-void MemberView::addField(QGridLayout& grid, const QString& label, QWidget& field) {
+void MemberView::addField(QGridLayout& grid, const char* name, const QString& label,
+                          QWidget& field) {
   auto* text = new QLabel(label, this);
   text->setBuddy(&field);
   field.setAccessibleName(QString(label).remove('&').remove(':'));
-  field.setObjectName(field.accessibleName());
+  field.setObjectName(m_controls.member + name);
   const int row = grid.rowCount();
   grid.addWidget(text, row, 0);
   grid.addWidget(&field, row, 1);
 }
 
-void MemberView::enterFields() { m_name->setFocus(Qt::OtherFocusReason); }
+void MemberView::enterFields() { enterField(*m_name); }
 
-void MemberView::enterList() { m_list->setFocus(Qt::OtherFocusReason); }
+void MemberView::enterList() { m_list->setFocus(Qt::TabFocusReason); }
 
 void MemberView::deleteSelected() {
   const platform::Ref<controls::ListView> list = m_controls.list;

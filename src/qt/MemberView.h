@@ -15,8 +15,8 @@ namespace brisel::qt {
 
 class ListViewWidget;
 
-/// Members of one kind: the fields in which one is entered, the tools, and the list. Del in the list
-/// deletes the member that is selected there.
+/// Members of one kind: the fields in which one is entered, the tools, and the list. Del in the
+/// list deletes the member that is selected there.
 class MemberView : public QWidget {
  public:
   struct Controls {
@@ -27,6 +27,7 @@ class MemberView : public QWidget {
     platform::Ref<controls::ToolBarControl> tools;
     std::string band;        ///< of the tools
     std::string deleteTool;  ///< which of them deletes what the name field names
+    QString member;          ///< "Attribute"; the widgets are named after it, "AttributeName"
     QString listName;        ///< for those who listen to the window
   };
 
@@ -38,7 +39,7 @@ class MemberView : public QWidget {
 
  private:
   void build();
-  void addField(QGridLayout& grid, const QString& label, QWidget& field);
+  void addField(QGridLayout& grid, const char* name, const QString& label, QWidget& field);
   void deleteSelected();
 
   Controls m_controls;

@@ -39,9 +39,8 @@ QString textOf(const Value& value) { return toQt(value.text()); }
 
 QWidget* makeTick(const PropertyFormat&, QWidget* parent, FieldEdited edited) {
   auto* field = new QCheckBox(parent);
-  QObject::connect(field, &QCheckBox::clicked, field, [edited = std::move(edited)](bool ticked) {
-    edited(ticked);
-  });
+  QObject::connect(field, &QCheckBox::clicked, field,
+                   [edited = std::move(edited)](bool ticked) { edited(ticked); });
   return field;
 }
 
@@ -68,11 +67,11 @@ void showLine(QWidget& field, const Value& value) {
 QWidget* makeLines(const PropertyFormat&, QWidget* parent, FieldEdited edited) {
   auto* field = new QPlainTextEdit(parent);
   field->setTabChangesFocus(true);
-  const int frame = 2 * (field->frameWidth() + static_cast<int>(field->document()->documentMargin()));
+  const int frame =
+      2 * (field->frameWidth() + static_cast<int>(field->document()->documentMargin()));
   field->setFixedHeight(kLines * field->fontMetrics().lineSpacing() + frame);
-  QObject::connect(field, &QPlainTextEdit::textChanged, field, [field, edited = std::move(edited)] {
-    edited(fromQt(field->toPlainText()));
-  });
+  QObject::connect(field, &QPlainTextEdit::textChanged, field,
+                   [field, edited = std::move(edited)] { edited(fromQt(field->toPlainText())); });
   return field;
 }
 

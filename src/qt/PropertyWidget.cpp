@@ -6,6 +6,7 @@
 #include <algorithm>
 
 #include "qt/ControlState.h"
+#include "qt/EnterField.h"
 #include "qt/Looks.h"
 #include "qt/PropertyField.h"
 #include "qt/Text.h"
@@ -111,18 +112,18 @@ void PropertyWidget::refuse(Line& line, const QString& reason) {
 }
 
 QWidget* PropertyWidget::field(std::string_view key) const {
-  const auto found =
-      std::find_if(m_lines.begin(), m_lines.end(), [&](const Line& line) { return line.key == key; });
+  const auto found = std::find_if(m_lines.begin(), m_lines.end(),
+                                  [&](const Line& line) { return line.key == key; });
   return found == m_lines.end() ? nullptr : found->field;
 }
 
 void PropertyWidget::enterFields() {
-  if (!m_lines.empty()) m_lines.front().field->setFocus(Qt::TabFocusReason);
+  if (!m_lines.empty()) enterField(*m_lines.front().field);
 }
 
 QString PropertyWidget::refusal(std::string_view key) const {
-  const auto found =
-      std::find_if(m_lines.begin(), m_lines.end(), [&](const Line& line) { return line.key == key; });
+  const auto found = std::find_if(m_lines.begin(), m_lines.end(),
+                                  [&](const Line& line) { return line.key == key; });
   return found == m_lines.end() ? QString() : found->refusal->text();
 }
 

@@ -12,6 +12,6 @@ StereotypeDialog::StereotypeDialog(const platform::Ref<editors::frmStereotype>& 
   resize(380, 360);
 }
 
-void StereotypeDialog::enterFields() { m_list->setFocus(Qt::OtherFocusReason); }
+void StereotypeDialog::enterFields() { m_list->setFocus(Qt::TabFocusReason); }
 
 }  // namespace brisel::qt

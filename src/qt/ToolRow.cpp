@@ -63,7 +63,8 @@ void ToolRow::addTool(const controls::Tool& tool) {
   action->setEnabled(tool.enabled());
   connect(action, &QAction::triggered, this, [this, key = tool.key()] { click(key); });
   addAction(action);
-  QWidget* button = widgetForAction(action);
+  auto* button = static_cast<QToolButton*>(widgetForAction(action));
+  button->setAutoRaise(false);
   button->setFocusPolicy(Qt::StrongFocus);
   button->setObjectName(toQt(tool.key()));
   button->setAccessibleName(caption);

@@ -180,6 +180,7 @@ TEST(Looks, ofTheEditors) {
     keepPane("docked");
     pane->Close();
     bench.shell->inForms.emplace_back([&](QWidget& dialog) {
+      QApplication::processEvents();
       keep(dialog.grab().toImage(), ("relationship" + suffix).c_str());
       EXPECT_EQ(clippedIn(dialog), "");
       dialog.findChild<QTabBar*>()->setCurrentIndex(1);

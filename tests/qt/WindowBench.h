@@ -8,6 +8,7 @@
 #include <QPointer>
 #include <QStandardPaths>
 #include <QTemporaryDir>
+#include <QTest>
 #include <QTimer>
 #include <QUrl>
 #include <deque>
@@ -118,6 +119,26 @@ struct WindowBench {
   }
   static void type(const QString& text) {
     for (const char32_t c : text.toUcs4()) type(0, QString::fromUcs4(&c, 1));
+  }
+  /// Presses keys as the desktop sends them: to the list, dialog or window in front, shortcuts and
+  /// mnemonics before anything else.
+  static void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+    QTest::keyClick(frontWindow(), key, modifiers);
+    QApplication::processEvents();
+  }
+  static void write(const char* text) {
+    for (const char* c = text; *c != '\0'; ++c) QTest::keyClick(frontWindow(), *c);
+    QApplication::processEvents();
+  }
+  static QWindow* frontWindow() {
+    if (const QWidget* list = QApplication::activePopupWidget()) return list->windowHandle();
+    QWidget* front = QApplication::focusWidget();
+    // Not every platform gives the keyboard back when a list was closed.
+    if (front && !front->window()->isActiveWindow()) {
+      front->window()->activateWindow();
+      QApplication::processEvents();
+    }
+    return (front ? front : QApplication::activeWindow())->window()->windowHandle();
   }
   /// A click of the mouse in the view, in its pixels.
   void click(QPointF at, Qt::MouseButton button = Qt::LeftButton) const {
