@@ -9,8 +9,8 @@ namespace brisel::qt {
 ListEditorModel::ListEditorModel(platform::Ref<controls::ListEditor> list, QObject* parent)
     : QAbstractListModel(parent), m_list(std::move(list)) {
   m_connections.push_back(m_list->RowsReset.connect([this] { reset(); }));
-  m_connections.push_back(m_list->RowInserted.connect([this](std::size_t row) { insertRow(row); }));
-  m_connections.push_back(m_list->RowRemoved.connect([this](std::size_t row) { removeRow(row); }));
+  m_connections.push_back(m_list->RowInserted.connect([this](std::size_t row) { rowCame(row); }));
+  m_connections.push_back(m_list->RowRemoved.connect([this](std::size_t row) { rowWent(row); }));
   m_connections.push_back(m_list->RowChanged.connect([this](std::size_t row) {
     const QModelIndex changed = index(static_cast<int>(row));
     dataChanged(changed, changed);
@@ -45,7 +45,7 @@ void ListEditorModel::reset() {
   endResetModel();
 }
 
-void ListEditorModel::insertRow(std::size_t row) {
+void ListEditorModel::rowCame(std::size_t row) {
   const int at = static_cast<int>(row);
   if (m_isAdding && m_hasDraft && at == m_rows) {  // what was typed is a node now
     m_hasDraft = false;
@@ -58,7 +58,7 @@ void ListEditorModel::insertRow(std::size_t row) {
   endInsertRows();
 }
 
-void ListEditorModel::removeRow(std::size_t row) {
+void ListEditorModel::rowWent(std::size_t row) {
   beginRemoveRows({}, static_cast<int>(row), static_cast<int>(row));
   --m_rows;
   endRemoveRows();

@@ -30,8 +30,8 @@ class ListEditorModel : public QAbstractListModel {
 
  private:
   void reset();
-  void insertRow(std::size_t row);
-  void removeRow(std::size_t row);
+  void rowCame(std::size_t row);
+  void rowWent(std::size_t row);
   void store(int row, const std::string& name);
 
   platform::Ref<controls::ListEditor> m_list;

@@ -11,8 +11,8 @@ ListModel::ListModel(platform::Ref<controls::ListView> list, QObject* parent)
     : QAbstractTableModel(parent), m_list(std::move(list)) {
   m_connections.push_back(m_list->Changed.connect([this] { followLook(); }));
   m_connections.push_back(m_list->RowsReset.connect([this] { reset(); }));
-  m_connections.push_back(m_list->RowInserted.connect([this](std::size_t row) { insertRow(row); }));
-  m_connections.push_back(m_list->RowRemoved.connect([this](std::size_t row) { removeRow(row); }));
+  m_connections.push_back(m_list->RowInserted.connect([this](std::size_t row) { rowCame(row); }));
+  m_connections.push_back(m_list->RowRemoved.connect([this](std::size_t row) { rowWent(row); }));
   m_connections.push_back(m_list->RowChanged.connect(
       [this](std::size_t row) { showRows(static_cast<int>(row), static_cast<int>(row)); }));
   reset();
@@ -82,14 +82,14 @@ void ListModel::followLook() {
   if (m_rows > 0) showRows(0, m_rows - 1);
 }
 
-void ListModel::insertRow(std::size_t row) {
+void ListModel::rowCame(std::size_t row) {
   const QScopedValueRollback changing(m_isChanging, true);
   beginInsertRows({}, static_cast<int>(row), static_cast<int>(row));
   ++m_rows;
   endInsertRows();
 }
 
-void ListModel::removeRow(std::size_t row) {
+void ListModel::rowWent(std::size_t row) {
   const QScopedValueRollback changing(m_isChanging, true);
   beginRemoveRows({}, static_cast<int>(row), static_cast<int>(row));
   --m_rows;

@@ -28,8 +28,8 @@ class ListModel : public QAbstractTableModel {
  private:
   void reset();
   void followLook();
-  void insertRow(std::size_t row);
-  void removeRow(std::size_t row);
+  void rowCame(std::size_t row);
+  void rowWent(std::size_t row);
   void showRows(int first, int last);
 
   platform::Ref<controls::ListView> m_list;

@@ -118,7 +118,9 @@ QWidget* makeOpenChoice(const PropertyFormat& format, QWidget* parent, FieldEdit
 
 void showOpenChoice(QWidget& field, const Value& value) {
   auto& choice = static_cast<QComboBox&>(field);
-  if (choice.currentText() != textOf(value)) choice.setEditText(textOf(value));
+  if (choice.currentText() == textOf(value) && choice.currentIndex() < 0) return;
+  choice.setCurrentIndex(choice.findText(textOf(value)));
+  choice.setEditText(textOf(value));
 }
 
 // ---- kinds --------------------------------------------------------------------------------------

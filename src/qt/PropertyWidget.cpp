@@ -35,13 +35,16 @@ void PropertyWidget::follow() {
   widget()->setVisible(hasKeys);
   widget()->setEnabled(m_grid->node().get() != nullptr);
   if (!hasKeys) return;
-  for (Line& line : m_lines) show(line);
+  for (Line& line : m_lines) showLine(line);
 }
 
+/// Without a node there is nothing to tell another kind by.
 bool PropertyWidget::fits() const {
+  const bool hasNode = m_grid->node().get() != nullptr;
   return std::equal(m_lines.begin(), m_lines.end(), m_grid->keys().begin(), m_grid->keys().end(),
-                    [this](const Line& line, const std::string& key) {
-                      return line.key == key && line.kind == m_grid->format(key).kind;
+                    [&](const Line& line, const std::string& key) {
+                      if (line.key != key) return false;
+                      return !hasNode || line.kind == m_grid->format(key).kind;
                     });
 }
 
@@ -81,7 +84,7 @@ void PropertyWidget::addLine(const std::string& key) {
   m_lines.push_back({key, format.kind, label, field, refusal});
 }
 
-void PropertyWidget::show(Line& line) {
+void PropertyWidget::showLine(Line& line) {
   refuse(line, QString());
   showInField(*line.field, line.kind, m_grid->ValueOf(line.key));
 }
@@ -89,7 +92,7 @@ void PropertyWidget::show(Line& line) {
 void PropertyWidget::valueChanged(const std::string& key) {
   if (m_telling) return;
   for (Line& line : m_lines) {
-    if (line.key == key) show(line);
+    if (line.key == key) showLine(line);
   }
 }
 

@@ -34,7 +34,7 @@ class PropertyWidget : public QScrollArea {
   };
 
   void follow();
-  void show(Line& line);
+  void showLine(Line& line);
   [[nodiscard]] bool fits() const;
   void rebuild();
   void addLine(const std::string& key);

@@ -51,6 +51,8 @@ class AnsweringShell : public qt::QtShell {
     QTimer::singleShot(0, [doing] {
       QWidget* dialog = QApplication::activeModalWidget();
       ASSERT_NE(dialog, nullptr);
+      dialog->activateWindow();
+      ASSERT_TRUE(QTest::qWaitFor([&] { return dialog->isAncestorOf(QApplication::focusWidget()); }));
       const QPointer<QWidget> open(dialog);
       doing(*dialog);
       if (open && open->isVisible()) open->close();
@@ -132,13 +134,15 @@ struct WindowBench {
   }
   static QWindow* frontWindow() {
     if (const QWidget* list = QApplication::activePopupWidget()) return list->windowHandle();
-    QWidget* front = QApplication::focusWidget();
+    QWidget* front = QApplication::activeModalWidget();
+    if (!front) front = QApplication::focusWidget();
+    if (!front) front = QApplication::activeWindow();
     // Not every platform gives the keyboard back when a list was closed.
-    if (front && !front->window()->isActiveWindow()) {
+    if (!front->isActiveWindow()) {
       front->window()->activateWindow();
       QApplication::processEvents();
     }
-    return (front ? front : QApplication::activeWindow())->window()->windowHandle();
+    return front->window()->windowHandle();
   }
   /// A click of the mouse in the view, in its pixels.
   void click(QPointF at, Qt::MouseButton button = Qt::LeftButton) const {
