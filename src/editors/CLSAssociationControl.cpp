@@ -70,6 +70,10 @@ void CLSAssociationControl::Prepare() {
 
 void CLSAssociationControl::prepare() {
   const Ref<platform::Node> node = m_association->clsObject();
+  if (!node || !m_repository || !m_repository->GetRepository()) {
+    throw platform::Error(platform::ErrorNumber::objectMissing,
+                          "The relationship editor needs a repository and a relationship of it");
+  }
   m_tabs->clear();
   for (const Text key : kTabs) m_tabs->add(key, key);
   for (std::int64_t i = 0; i < m_grids->Count(); ++i) {

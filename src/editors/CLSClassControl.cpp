@@ -116,7 +116,11 @@ void CLSClassControl::Prepare() {
 
 void CLSClassControl::prepare() {
   const Ref<platform::Node> shown = m_class->clsObject();
-  const auto model = m_repository->GetRepository();
+  const auto model = m_repository ? m_repository->GetRepository() : nullptr;
+  if (!shown || !model) {
+    throw platform::Error(platform::ErrorNumber::objectMissing,
+                          "The class pane needs a repository and a class of it");
+  }
   for (MemberPanel* panel : {&m_attributes, &m_operations, &m_parameters}) {
     panel->prepare(*m_repository, m_registry.installationFolder());
   }

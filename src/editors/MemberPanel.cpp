@@ -182,6 +182,7 @@ void MemberPanel::removeEntered() {
 }
 
 void MemberPanel::enterType(Text typeName) {
+  if (!m_repository) return;
   Ref<Node> found = m_repository->SearchObject(types::kDataType, "Name", typeName);
   if (!found) found = m_repository->MakeDataType(typeName, "", "");
   type->refresh();
