@@ -175,6 +175,11 @@ void DiagramView::mouseDoubleClickEvent(QMouseEvent* event) {
   m_control->PointerDoubleClick(at.x, at.y);
 }
 
+bool DiagramView::viewportEvent(QEvent* event) {
+  if (event->type() == QEvent::Leave) m_control->PointerLeave();
+  return QAbstractScrollArea::viewportEvent(event);
+}
+
 void DiagramView::wheelEvent(QWheelEvent* event) {
   const Point at = toTwips(event->position());
   const std::string modifiers = namesOfModifiers(event->modifiers() & ~Qt::AltModifier);
