@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "editor/CLSEditor.h"
+#include "platform/Text.h"
 
 namespace brisel::editor {
 
@@ -20,10 +21,6 @@ platform::Rect nameArea(const platform::DiagramNode& box) {
   area.top += area.height * (lines - 1) / lines;
   area.height /= lines;
   return area;
-}
-
-bool isBlank(std::string_view text) {
-  return text.find_first_not_of(" \t") == std::string_view::npos;
 }
 
 }  // namespace
@@ -63,7 +60,7 @@ void CLSEditor::CommitClassName() {
   endNaming();
   const ClassRef named = GetClassFromNode(key);
   if (!named) return;
-  if (!isBlank(text)) named->name(text);
+  if (!platform::trimmed(text).empty()) named->name(text);
   named->Populate();
   SynchronizeDataTypes();
   ClassChanged(key);
