@@ -62,6 +62,10 @@ class DiagramNode : public DiagramItem {
   /// taking it whenever they change; with false it keeps the size that it has. A box whose size was
   /// set large enough for its text grows when the text does.
   virtual void fitToText(bool fit) = 0;
+  /// Between the two, title and rows may change in many steps; the box is fitted and seen anew once,
+  /// at the outermost end.
+  virtual void beginUpdate() = 0;
+  virtual void endUpdate() = 0;
   /// Where the title stands in the box, cut at its border.
   [[nodiscard]] virtual Rect titleArea() const = 0;
 };
