@@ -67,7 +67,7 @@ CursorShape shapeOver(const Hit& hit) {
   if (hit.part == Hit::Part::handle) return shapeOf(hit.handle);
   if (hit.part == Hit::Part::point) return CursorShape::pointing;
   // An unselected line is selected first: its drag does nothing.
-  return hit.node || hit.link->isSelected() ? CursorShape::move : CursorShape::arrow;
+  return hit.node || (hit.link->isSelected() && hit.onLine) ? CursorShape::move : CursorShape::arrow;
 }
 
 }  // namespace

@@ -163,6 +163,7 @@ void DiagramView::mouseReleaseEvent(QMouseEvent* event) {
   const std::string button = nameOfButton(event->button());
   if (button.empty()) return event->ignore();
   const Point at = toTwips(event->position());
+  const PopupsAt place(event->globalPosition().toPoint());  // the mouse may be elsewhere by now
   m_control->PointerRelease(at.x, at.y, button, namesOfModifiers(event->modifiers()));
 }
 
