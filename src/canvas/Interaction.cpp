@@ -183,6 +183,13 @@ void Interaction::change(std::unique_ptr<InteractionState> next) {
 
 void Interaction::rest() { change(std::make_unique<IdleState>(*this)); }
 
+void Interaction::tellHint() {
+  std::string hint = m_state->hint();
+  if (m_shownHint == hint) return;
+  m_shownHint = hint;
+  m_control.Hint(hint);
+}
+
 void Interaction::hover(const std::optional<Hit>& hit) {
   offer(hit);
   const Ref<platform::DiagramItem> item = !hit        ? nullptr

@@ -66,6 +66,8 @@ class Interaction {
   [[nodiscard]] bool isCurrent(const InteractionState& state) const {
     return m_state.get() == &state;
   }
+  /// Tells the hint at once, so that what is told next by whoever keeps the model stays.
+  void tellHint();
   /// A click just made the node: a double click is not meant for it.
   void made(platform::Ref<Node> node) { m_made = std::move(node); }
   [[nodiscard]] bool wasJustMade(const Node* node) const { return node && m_made == node; }

@@ -263,6 +263,12 @@ TEST_F(DrawingWindow, membersAreDraggedFromClassToClass) {
   EXPECT_NE(rows("Right", 0).find("first"), std::string::npos);
   EXPECT_EQ(rows("Left", 0).find("first"), std::string::npos);
 
+  model->AddAttributeS(box("Below").key(), "second", type, link);
+  hold(row("Left", 0, 0), title("Below"));
+  EXPECT_EQ(status("StatusHint"), "Release to move it to this class");
+  release(title("Below"));
+  EXPECT_EQ(status("StatusHint"), "Below has a member named second already");
+
   const QPoint ground = at({9750, 7500});
   hold(row("Left", 0, 0), ground);
   EXPECT_EQ(cursor(), Qt::ForbiddenCursor) << "an attribute needs a class";
