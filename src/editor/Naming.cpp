@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "controls/Row.h"
 #include "editor/CLSEditor.h"
 #include "platform/Text.h"
 
@@ -59,7 +60,7 @@ void CLSEditor::CommitClassName() {
   const std::string text = m_className->Text();
   endNaming();
   const ClassRef named = GetClassFromNode(key);
-  if (!named) return;
+  if (!named || !controls::isInRepository(*named->clsObject())) return;
   if (!platform::trimmed(text).empty()) named->name(text);
   named->Populate();
   SynchronizeDataTypes();

@@ -148,6 +148,7 @@ bool paintPages(const canvas::Scene& scene, QPrinter& printer, PageFit fit) {
   const auto pages = pagesOf(canvas::pictureArea(scene), paperOf(printer), fit);
   QPainter painter;
   if (!painter.begin(&printer)) return false;
+  painter.setRenderHint(QPainter::Antialiasing);  // a preview makes hairlines thinner than a pixel
   const double dots = printer.resolution() / platform::kTwipsPerInch;
   const int last = printer.toPage() > 0 ? printer.toPage() : static_cast<int>(pages.size());
   bool first = true;

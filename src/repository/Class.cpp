@@ -60,6 +60,20 @@ std::string stereotypeLabel(const platform::Node& node) {
   return "<<" + name + ">>";
 }
 
+void Class::Node(platform::DiagramNode* box) {
+  if (!box) {
+    throw platform::Error(platform::ErrorNumber::invalidCall, "A class wrapper needs a box");
+  }
+  m_box = box;
+}
+
+void Class::clsObject(platform::Node* node) {
+  if (!node || node->Parent()->name() != types::kClass) {
+    throw platform::Error(platform::ErrorNumber::invalidCall, "A class wrapper needs a class");
+  }
+  m_node = node;
+}
+
 std::string Class::name() const { return node().name(); }
 void Class::name(Text name) { node().name(name); }
 
