@@ -134,5 +134,58 @@ void DeleteClass(benchmark::State& state) { CreateOrDelete(state, false); }
 BENCHMARK(CreateClass)->Arg(1000)->Arg(10000)->Unit(benchmark::kMicrosecond);
 BENCHMARK(DeleteClass)->Arg(1000)->Arg(10000)->Unit(benchmark::kMicrosecond);
 
+/// One class of that many attributes and as many operations, drawn with all of its rows.
+struct LargeClass : Workbench {
+  explicit LargeClass(std::int64_t members) : Workbench(10) {
+    const auto repository = editor->CLSRepository();
+    platform::Ref<platform::Link> link;
+    const auto type = repository->MakeDataType("Large", "", "");
+    const auto owner = repository->MakeClass("Large", "large", "", "", "", "public");
+    for (std::int64_t i = 0; i < members; ++i) {
+      const std::string number = std::to_string(i);
+      repository->AddAttributeS("large", "attribute" + number, type->identifier(), link);
+      repository->AddOperationS("large", "operation" + number, type->identifier(), link);
+    }
+    editor->Populate();
+    editor->Compartments("ViewAttributes");
+    editor->Compartments("ViewOperations");
+  }
+};
+
+/// The class pane from the command to the filled lists; what it shows is another class before.
+void OpenClassPane(benchmark::State& state) {
+  const LargeClass bench(state.range(0));
+  const auto pane = bench.editor->CLSClassControl1();
+  for (auto _ : state) {
+    bench.editor->EditClass("large");
+    state.PauseTiming();
+    if (static_cast<std::int64_t>(pane->Operations()->rowCount()) != state.range(0)) {
+      return state.SkipWithError("not every member is in the list");
+    }
+    pane->Close();
+    state.ResumeTiming();
+  }
+}
+BENCHMARK(OpenClassPane)->Arg(200)->Arg(2000)->Unit(benchmark::kMillisecond);
+
+/// An attribute added in the pane, from the tool's click to the box's row, and deleted again.
+void AddMember(benchmark::State& state) {
+  const LargeClass bench(state.range(0));
+  bench.editor->EditClass("large");
+  const auto pane = bench.editor->CLSClassControl1();
+  pane->Attributes()->Select(1);  // its type is that of the new one
+  pane->AttributeName()->SetText("added");
+  for (auto _ : state) {
+    pane->ToolAttr()->Click("miAttrAdd");
+    state.PauseTiming();
+    if (static_cast<std::int64_t>(pane->Attributes()->rowCount()) != state.range(0) + 1) {
+      return state.SkipWithError("the member is not in the list");
+    }
+    pane->ToolAttr()->Click("miAttrDelete");
+    state.ResumeTiming();
+  }
+}
+BENCHMARK(AddMember)->Arg(200)->Arg(2000)->Unit(benchmark::kMillisecond);
+
 }  // namespace
 }  // namespace brisel::benchmarks

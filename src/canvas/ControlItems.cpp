@@ -134,6 +134,7 @@ void DiagramControl::take(const std::vector<Ref<Node>>& nodes,
     }
   }
   bool wasInHand = false;
+  const auto hovered = m_interaction->hovered();
   {
     const Scene::Update update(&m_scene);
     for (const auto& link : going) wasInHand |= m_interaction->forget(*link);
@@ -141,8 +142,14 @@ void DiagramControl::take(const std::vector<Ref<Node>>& nodes,
     for (const auto& link : going) m_scene.remove(*link);
     for (const auto& node : nodes) m_scene.remove(*node);
   }
-  for (const auto& link : going) LinkDeleted(link->key());
-  for (const auto& node : nodes) NodeDeleted(node->key());
+  for (const auto& link : going) {
+    if (link == hovered) LinkLeave(link->key());
+    LinkDeleted(link->key());
+  }
+  for (const auto& node : nodes) {
+    if (node == hovered) NodeLeave(node->key());
+    NodeDeleted(node->key());
+  }
   for (const auto& link : going) link->dropStored();
   for (const auto& node : nodes) node->dropStored();
   if (wasInHand) m_interaction->refresh();
@@ -192,6 +199,7 @@ void DiagramControl::Clear() {
   m_interaction->cancel();
   m_interaction->pointerLeave();
   m_scene.clear();
+  Cleared();
 }
 
 Ref<Collection> DiagramControl::getAllNodes() { return listOf(m_scene.nodes()); }

@@ -281,6 +281,11 @@ Ref<platform::DiagramNode> DiagramControl::nodeAt(Point point) {
   return {};
 }
 
+void DiagramControl::showHint(std::string_view text) {
+  const Ref<DiagramControl> self(this);
+  m_interaction->showHint(text);
+}
+
 platform::Rect DiagramControl::toView(const platform::Rect& area) const {
   const platform::Rect pixels = m_viewport.toPixels(area);
   constexpr double kTwips = platform::kTwipsPerPixel;

@@ -85,7 +85,7 @@ class DiagramControl : public platform::DiagramControl {
   /// a click makes one, too. Switches "CanDrawLink" on.
   void DrawCreateMode();
   [[nodiscard]] std::string Mode() const override;
-  /// Takes everything away. Raises no events of deleted items.
+  /// Takes everything away. Raises Cleared, and no events of deleted items.
   void Clear() override;
   /// Has everything painted again.
   void refresh() override;
@@ -175,6 +175,7 @@ class DiagramControl : public platform::DiagramControl {
   void noZoom() { m_viewport.zoomTo(100); }
   /// A length in pixels of the view as twips of the canvas, at the current zoom.
   [[nodiscard]] double TransformExtent(double pixels) const { return m_viewport.toTwips(pixels); }
+  void showHint(std::string_view text) override;
   [[nodiscard]] platform::Rect toView(const platform::Rect& area) const override;
   [[nodiscard]] platform::Size viewSize() const override;
   /// Of a node the middle of its box, of a link the middle of its line: an object with x and y; a

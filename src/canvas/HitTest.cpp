@@ -44,22 +44,31 @@ std::optional<Hit> hitPoint(Link& link, Point at, double reach) {
   return {};
 }
 
+/// The segment that comes nearest to the place, by the index of its first point.
+std::size_t nearestSegment(const std::vector<Point>& points, Point at) {
+  std::size_t nearest = 0;
+  for (std::size_t i = 1; i + 1 < points.size(); ++i) {
+    const double reached = distance(at, points[nearest], points[nearest + 1]);
+    if (distance(at, points[i], points[i + 1]) < reached) nearest = i;
+  }
+  return nearest;
+}
+
 std::optional<Hit> hitLink(Link& link, Point at, double reach) {
   Hit hit;
   hit.link = &link;
-  for (const Rect& text : {link.labelArea(), link.beginTextArea(), link.endTextArea()}) {
-    if (text.isEmpty() || !text.contains(at)) continue;
+  const auto isIn = [&](const Rect& text) { return !text.isEmpty() && text.contains(at); };
+  const bool onLabel = isIn(link.labelArea());
+  if (!onLabel && (isIn(link.beginTextArea()) || isIn(link.endTextArea()))) {
     hit.part = Hit::Part::label;
     return hit;
   }
   const auto& points = link.points();
-  for (std::size_t i = 1; i < points.size(); ++i) {
-    if (distance(at, points[i - 1], points[i]) > reach) continue;
-    hit.part = Hit::Part::border;
-    hit.index = i - 1;
-    return hit;
-  }
-  return {};
+  hit.index = nearestSegment(points, at);
+  if (!onLabel && distance(at, points[hit.index], points[hit.index + 1]) > reach) return {};
+  hit.part = onLabel ? Hit::Part::label : Hit::Part::border;
+  hit.onLine = true;
+  return hit;
 }
 
 bool hitRow(const Node& node, Point at, Hit& hit) {

@@ -26,7 +26,8 @@ struct Hit {
   Handle handle = Handle::topLeft;  ///< of a handle
   std::size_t section = 0;          ///< of a row
   std::size_t index = 0;            ///< of a row in its section; of a point in the line's points;
-                                    ///< of a line the segment hit
+                                    ///< of a line, or the label on it, the nearest segment
+  bool onLine = false;              ///< a drag bends the line: not beside it, on a text of an end
   std::string_view tag;             ///< of a row; lives as long as the row
 };
 

@@ -30,7 +30,8 @@ class Interaction::Dispatch {
     const CursorShape cursor = m_owner.cursor();
     const bool cursorChanged = std::exchange(m_owner.m_shownCursor, cursor) != cursor;
     std::string hint = m_owner.m_state->hint();
-    const bool hintChanged = m_owner.m_shownHint != hint;
+    const bool isHeld = std::exchange(m_owner.m_holdsHint, false);
+    const bool hintChanged = !isHeld && m_owner.m_shownHint != hint;
     if (hintChanged) m_owner.m_shownHint = hint;
     if (cursorChanged) m_owner.m_control.CursorChanged();
     if (scrollingChanged) m_owner.m_control.AutoScrollChanged();
@@ -183,6 +184,13 @@ void Interaction::change(std::unique_ptr<InteractionState> next) {
 
 void Interaction::rest() { change(std::make_unique<IdleState>(*this)); }
 
+void Interaction::tellHint() {
+  std::string hint = m_state->hint();
+  if (m_shownHint == hint) return;
+  m_shownHint = hint;
+  m_control.Hint(hint);
+}
+
 void Interaction::hover(const std::optional<Hit>& hit) {
   offer(hit);
   const Ref<platform::DiagramItem> item = !hit        ? nullptr
@@ -211,6 +219,12 @@ void Interaction::refresh() {
   Dispatch dispatch(*this);
   offerAfterGesture();
   dispatch.done();
+}
+
+void Interaction::showHint(std::string_view text) {
+  m_shownHint = text;
+  m_holdsHint = m_depth > 0;
+  m_control.Hint(m_shownHint);
 }
 
 void Interaction::leaveHovered() {

@@ -37,6 +37,11 @@ class Interaction {
   /// is now under it. Beyond the items there is nothing to scroll to.
   void autoScroll();
 
+  /// Tells a hint that is not the state's own; the next input takes it back.
+  void showHint(std::string_view text);
+  /// What the pointer rests on, as it was told; nothing over empty canvas.
+  [[nodiscard]] platform::Ref<platform::DiagramItem> hovered() const { return m_hovered; }
+
   /// Ends a gesture as if it had never begun; false when there was none.
   bool cancel();
   [[nodiscard]] bool inGesture() const { return m_state->isGesture(); }
@@ -66,6 +71,8 @@ class Interaction {
   [[nodiscard]] bool isCurrent(const InteractionState& state) const {
     return m_state.get() == &state;
   }
+  /// Tells the hint at once, so that what is told next by whoever keeps the model stays.
+  void tellHint();
   /// A click just made the node: a double click is not meant for it.
   void made(platform::Ref<Node> node) { m_made = std::move(node); }
   [[nodiscard]] bool wasJustMade(const Node* node) const { return node && m_made == node; }
@@ -94,6 +101,7 @@ class Interaction {
   CursorShape m_shownCursor = CursorShape::arrow;
   std::string m_hoverHint;
   std::string m_shownHint;
+  bool m_holdsHint = false;  ///< the hint shown outlives the input that is dealt with
   platform::Ref<Node> m_made;
   platform::Point m_pointer;
   bool m_pointerInside = false;

@@ -153,7 +153,8 @@ void Link::addParts(std::vector<Rect>& parts) const {
     const Point way = g.points[i] - from;
     const double count = std::max(1.0, std::ceil(longerSide(from, g.points[i]) / longest));
     for (double piece = 0; piece < count; ++piece) {
-      const Rect around = rectAround(from + way * (piece / count), from + way * ((piece + 1) / count));
+      const Rect around =
+          rectAround(from + way * (piece / count), from + way * ((piece + 1) / count));
       parts.push_back(around.grownBy(margin()));
     }
   }
@@ -215,11 +216,13 @@ const Link::Geometry& Link::geometry() const {
   const Rect source = m_source->bounds();
   const Rect target = m_target->bounds();
   Geometry& g = m_geometry;
-  g.points =
-      isLoop() && m_bends.empty() ? loop(source, m_rank) : route(source, target, m_bends, m_rank);
+  const bool computed = isLoop() && m_bends.empty();
+  g.points = computed ? loop(source, m_rank) : route(source, target, m_bends, m_rank);
   const Font& font = fontOf(scene());
   const std::size_t last = g.points.size() - 1;
-  g.label = canvas::labelArea(g.points, textSize(m_text, font), m_labelRank);
+  const platform::Size label = textSize(m_text, font);
+  g.label =
+      computed ? loopLabelArea(g.points, label) : canvas::labelArea(g.points, label, m_labelRank);
   g.beginText = canvas::endTextArea(source, g.points[0], g.points[1], textSize(m_beginText, font));
   g.endText =
       canvas::endTextArea(target, g.points[last], g.points[last - 1], textSize(m_endText, font));
@@ -230,11 +233,8 @@ const Link::Geometry& Link::geometry() const {
     low = {std::min(low.x, p.x), std::min(low.y, p.y)};
     high = {std::max(high.x, p.x), std::max(high.y, p.y)};
   }
-  g.extent = rectAround(low, high)
-                 .grownBy(margin())
-                 .united(g.label)
-                 .united(g.beginText)
-                 .united(g.endText);
+  g.extent =
+      rectAround(low, high).grownBy(margin()).united(g.label).united(g.beginText).united(g.endText);
   m_stale = false;
   return g;
 }

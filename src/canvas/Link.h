@@ -58,8 +58,8 @@ class Link : public platform::DiagramLink, public Item {
   // What painting and hit testing read, all in twips on the canvas.
   /// Every point in order, at least two; a loop without bends of its own has them computed.
   [[nodiscard]] const std::vector<platform::Point>& points() const;
-  /// Empty without a label. Lies on the line, on its middle when it is alone: painted on a ground
-  /// of the canvas's colour. Lines of text are centred in it.
+  /// Empty without a label. Lies on the line, on its middle when it is alone, and over a loop:
+  /// painted on a ground of the canvas's colour. Lines of text are centred in it.
   [[nodiscard]] platform::Rect labelArea() const;
   /// Beside the end, clear of the line and of the box; empty without a text. Lines of text stand
   /// flush with the left side.

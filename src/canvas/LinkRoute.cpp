@@ -135,6 +135,12 @@ Rect labelArea(const std::vector<Point>& points, Size size, Rank rank) {
   return {middle.x - size.width / 2, middle.y - size.height / 2, size.width, size.height};
 }
 
+Rect loopLabelArea(const std::vector<Point>& points, Size size) {
+  if (size == Size{}) return {};
+  const Point corner = points[3];
+  return {corner.x, corner.y - kTextGap - size.height, size.width, size.height};
+}
+
 Rect endTextArea(const Rect& box, Point end, Point next, Size size) {
   if (size == Size{}) return {};
   // Beside a line that leaves straight, the text stands towards the nearer corner of the box: out

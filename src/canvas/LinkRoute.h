@@ -41,6 +41,10 @@ struct Rank {
 /// ranked straight or not, follow each other on the way.
 [[nodiscard]] platform::Rect labelArea(const std::vector<platform::Point>& points,
                                        platform::Size size, Rank rank);
+/// Of a loop, on the points that `loop` gives: over its upper side, which is shorter than most
+/// texts, and under the next loop's.
+[[nodiscard]] platform::Rect loopLabelArea(const std::vector<platform::Point>& points,
+                                           platform::Size size);
 /// Beside the end `end` of a line that goes on to `next`, outside of its box and on the side that
 /// the line turns away from.
 [[nodiscard]] platform::Rect endTextArea(const platform::Rect& box, platform::Point end,

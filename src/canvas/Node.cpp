@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "canvas/Link.h"
 #include "canvas/Scene.h"
@@ -141,7 +142,16 @@ void Node::height(double height) { bounds({m_bounds.left, m_bounds.top, m_bounds
 
 Rect Node::extent() const { return m_bounds.grownBy(platform::kTwipsPerPixel); }
 
+void Node::endUpdate() {
+  if (m_updates == 0 || --m_updates > 0) return;
+  if (std::exchange(m_isStale, false)) contentChanged();
+}
+
 void Node::contentChanged() {
+  if (m_updates > 0) {
+    m_isStale = true;
+    return;
+  }
   const Scene::Update update(scene());
   if (m_fits) {
     const Size size = neededSize();

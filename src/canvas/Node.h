@@ -40,6 +40,8 @@ class Node : public platform::DiagramNode, public Item {
   void fillColor(std::int64_t color) override;
   [[nodiscard]] platform::Ref<platform::DiagramSection> Section(std::int64_t number) const override;
   void fitToText(bool fit) override;
+  void beginUpdate() override { ++m_updates; }
+  void endUpdate() override;
 
   // By name one by one: left, top, width, height (twips), style, marked.
   [[nodiscard]] double left() const { return bounds().left; }
@@ -100,6 +102,8 @@ class Node : public platform::DiagramNode, public Item {
 
   platform::Rect m_bounds;
   bool m_fits = false;
+  int m_updates = 0;
+  bool m_isStale = false;  ///< content changed during an update
   bool m_grows = true;  ///< shows all of its text, and will
   int m_titleColumns = 0;
   int m_titleLineCount = 1;

@@ -39,10 +39,13 @@ bool isInside(const Rect& box, Point at, double reach) {
          at.y < box.bottom() - down;
 }
 
-/// Handles, bends and labels are taken hold of where lines are drawn, too.
+/// Handles, bends and labels are taken hold of where lines are drawn, too; the ends of a line are
+/// not, which lie where the next line begins.
 bool comesFirst(const Hit& hit) {
-  return hit.part == Hit::Part::handle || hit.part == Hit::Part::point ||
-         hit.part == Hit::Part::label;
+  const bool isEnd = hit.part == Hit::Part::point &&
+                     (hit.index == 0 || hit.index + 1 == hit.link->points().size());
+  return hit.part == Hit::Part::handle || hit.part == Hit::Part::label ||
+         (hit.part == Hit::Part::point && !isEnd);
 }
 
 CursorShape shapeOf(Handle handle) {
@@ -67,7 +70,7 @@ CursorShape shapeOver(const Hit& hit) {
   if (hit.part == Hit::Part::handle) return shapeOf(hit.handle);
   if (hit.part == Hit::Part::point) return CursorShape::pointing;
   // An unselected line is selected first: its drag does nothing.
-  return hit.node || hit.link->isSelected() ? CursorShape::move : CursorShape::arrow;
+  return hit.node || (hit.link->isSelected() && hit.onLine) ? CursorShape::move : CursorShape::arrow;
 }
 
 }  // namespace

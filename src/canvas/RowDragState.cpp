@@ -55,15 +55,22 @@ void RowDragState::move(const PointerEvent& event) { follow(event.at); }
 void RowDragState::release(const PointerEvent& event) {
   if (event.button != PointerButton::left) return;
   follow(event.at);
-  const bool drops = m_allowed && !isHome() && m_node->scene();
+  const bool drops = m_allowed && !isHome();
   m_owner.rest();
-  if (drops) m_owner.control().ItemDropped(m_node->key(), m_row.tag, event.at.x, event.at.y);
+  m_owner.tellHint();
+  if (drops && m_node->scene()) m_owner.control().ItemDropped(m_node->key(), m_row.tag, event.at.x, event.at.y);
 }
 
 void RowDragState::cancel() { m_before.restore(); }
 
 CursorShape RowDragState::cursor() const {
   return isHome() || m_allowed ? CursorShape::closedHand : CursorShape::forbidden;
+}
+
+std::string RowDragState::hint() const {
+  if (isHome()) return "Drag to another class";
+  if (!m_allowed) return "This cannot be dropped here";
+  return m_target ? "Release to move it to this class" : "Release to make a class of it";
 }
 
 void RowDragState::follow(Point at) {

@@ -35,6 +35,7 @@ class RowDragState : public InteractionState {
   void cancel() override;
   [[nodiscard]] bool needs(const Item& item) const override { return &item == m_node.get(); }
   [[nodiscard]] CursorShape cursor() const override;
+  [[nodiscard]] std::string hint() const override;
   [[nodiscard]] bool scrollsAtEdge() const override { return true; }
   void paint(Painter& painter, double scale) const override;
 

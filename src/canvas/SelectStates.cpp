@@ -130,7 +130,7 @@ void PressedState::drag() {
   const bool alone = control.selection().size() == 1;
   if (m_hit.link && alone) {
     // Only a line that was selected before: a near miss of a box must not bend lines.
-    if (m_wasSelected && m_hit.part == Hit::Part::border) {
+    if (m_wasSelected && m_hit.onLine) {
       m_owner.change(
           std::make_unique<BendState>(m_owner, *m_hit.link, m_hit.index, true, m_start.at));
     }

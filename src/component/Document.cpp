@@ -1,6 +1,8 @@
 #include "component/Document.h"
 
 #include <algorithm>
+#include <bit>
+#include <functional>
 #include <utility>
 
 #include "component/ModelFile.h"
@@ -52,6 +54,21 @@ constexpr RelationshipWords kRelationships[] = {
     {types::kAssociation, "Source", "Target"},
     {types::kAggregation, "Source", "Target"},
     {types::kGeneralization, "Sub", "Super"},
+};
+
+class Fingerprint {
+ public:
+  void add(double value) {
+    m_hash = (m_hash ^ std::bit_cast<std::uint64_t>(value)) * 0x9E3779B97F4A7C15U;
+    m_hash ^= m_hash >> 29U;
+  }
+  void add(const std::string& text) {
+    m_hash = (m_hash ^ std::hash<std::string>()(text)) * 0x9E3779B97F4A7C15U;
+  }
+  [[nodiscard]] std::uint64_t value() const { return m_hash; }
+
+ private:
+  std::uint64_t m_hash = 0;
 };
 
 }  // namespace
@@ -190,7 +207,9 @@ void Document::failed(const std::string& cause) {
 
 void Document::settle() {
   m_settledChanges = model().changeCount();
-  m_settledGeometry = m_canvas->scene().geometryRevision();
+  m_settledGeometry = geometryFingerprint();
+  m_knownRevision = m_canvas->scene().geometryRevision();
+  m_knownGeometry = m_settledGeometry;
   Changed();
 }
 
@@ -200,11 +219,34 @@ std::string Document::title() const {
 }
 
 bool Document::isModified() const {
-  return model().changeCount() != m_settledChanges ||
-         m_canvas->scene().geometryRevision() != m_settledGeometry;
+  if (model().changeCount() != m_settledChanges) return true;
+  if (const auto revision = m_canvas->scene().geometryRevision(); revision != m_knownRevision) {
+    m_knownGeometry = geometryFingerprint();
+    m_knownRevision = revision;
+  }
+  return m_knownGeometry != m_settledGeometry;
 }
 
 MetaRepository& Document::model() const { return *m_editor->Repository(); }
+
+std::uint64_t Document::geometryFingerprint() const {
+  Fingerprint print;
+  for (const canvas::Node& node : m_canvas->scene().nodes()) {
+    const platform::Rect bounds = node.bounds();
+    print.add(node.key());
+    for (const double value : {bounds.left, bounds.top, bounds.width, bounds.height}) {
+      print.add(value);
+    }
+  }
+  for (const canvas::Link& link : m_canvas->scene().links()) {
+    print.add(link.key());
+    for (const platform::Point& bend : link.bends()) {
+      print.add(bend.x);
+      print.add(bend.y);
+    }
+  }
+  return print.value();
+}
 
 Document::Counts Document::counts() const {
   Counts counts;

@@ -50,8 +50,8 @@ class Document {
   [[nodiscard]] std::string path() const { return m_editor->RepositoryFileName(); }
   /// The file's name without folders; "Untitled" for a diagram that came from no file.
   [[nodiscard]] std::string title() const;
-  /// True when the model, the geometry or the view settings were changed since they were read or
-  /// saved last, even where a change was taken back.
+  /// True when the model, the geometry or the view settings differ from what was read or saved
+  /// last. The first question after a change of the geometry costs a walk over boxes and lines.
   [[nodiscard]] bool isModified() const;
 
   struct Counts {
@@ -78,6 +78,7 @@ class Document {
   void settle();
   [[nodiscard]] std::string suggestedPath() const;
   [[nodiscard]] platform::MetaRepository& model() const;
+  [[nodiscard]] std::uint64_t geometryFingerprint() const;
   bool saveNow();
   void succeeded();
   void failed(const std::string& cause);
@@ -89,7 +90,9 @@ class Document {
   std::string m_source;  ///< the file that was read when the diagram has no DIM file yet
   std::vector<std::string> m_notes;
   std::uint64_t m_settledChanges = 0;
-  std::uint64_t m_settledGeometry = 0;
+  std::uint64_t m_settledGeometry = 0;  ///< its fingerprint
+  mutable std::uint64_t m_knownGeometry = 0;
+  mutable std::uint64_t m_knownRevision = 0;  ///< of the scene, when the geometry was as known
   enum class Outcome { none, saved, failed } m_outcome = Outcome::none;  ///< of the last save
   platform::Connection m_modelChanged;
   std::vector<platform::Connection> m_connections;

@@ -20,10 +20,6 @@ std::string folded(std::string_view text) {
   return lower;
 }
 
-bool isBlank(std::string_view text) {
-  return text.find_first_not_of(" \t\r\n") == std::string_view::npos;
-}
-
 [[noreturn]] void refuseFill() {
   throw platform::CallError(platform::ErrorNumber::typeMismatch,
                             "Wrong kind of argument 1 of fill: a node type or its nodes expected");
@@ -175,7 +171,7 @@ void Combo::Type(std::string_view text) {
 
 void Combo::Enter(std::string_view text) {
   if (!Enabled()) return;
-  if (isBlank(text)) return cancelTyping();
+  if (platform::trimmed(text).empty()) return cancelTyping();
   const std::string wanted(text);
   if (const NodeRef node = findNow(wanted)) return choose(node);
   Type(wanted);

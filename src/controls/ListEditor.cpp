@@ -6,6 +6,7 @@
 #include "platform/Error.h"
 #include "platform/MemberTableOf.h"
 #include "platform/Shell.h"
+#include "platform/Text.h"
 
 namespace brisel::controls {
 
@@ -20,12 +21,9 @@ namespace {
 
 /// The name without blanks around it; an Error when nothing is left.
 std::string checkedName(std::string_view name) {
-  constexpr std::string_view kBlanks = " \t\r\n";
-  const std::size_t first = name.find_first_not_of(kBlanks);
-  if (first == std::string_view::npos) {
-    throw Error(ErrorNumber::invalidCall, "The name must not be empty");
-  }
-  return std::string(name.substr(first, name.find_last_not_of(kBlanks) - first + 1));
+  const std::string_view text = platform::trimmed(name);
+  if (text.empty()) throw Error(ErrorNumber::invalidCall, "The name must not be empty");
+  return std::string(text);
 }
 
 std::vector<Ref<platform::Link>> incomingLinks(const Node& node) {

@@ -1,6 +1,7 @@
 #include "controls/TextBox.h"
 
 #include <algorithm>
+#include <array>
 
 #include "platform/MemberTableOf.h"
 
@@ -8,13 +9,20 @@ namespace brisel::controls {
 
 namespace {
 
+/// Breaks of lines and paragraphs in UTF-8, the longer ones first.
+constexpr std::array<std::string_view, 8> kBreaks = {"\r\n",     "\xE2\x80\xA8", "\xE2\x80\xA9",
+                                                     "\xC2\x85", "\n",           "\r",
+                                                     "\v",       "\f"};
+
 /// A break of lines, in whichever of its spellings, as one space.
 std::string onOneLine(std::string_view text) {
   std::string line;
   line.reserve(text.size());
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    if (text[i] == '\r' && i + 1 < text.size() && text[i + 1] == '\n') continue;
-    line.push_back(text[i] == '\n' || text[i] == '\r' ? ' ' : text[i]);
+  while (!text.empty()) {
+    const auto found = std::find_if(kBreaks.begin(), kBreaks.end(),
+                                    [&](std::string_view one) { return text.starts_with(one); });
+    line.push_back(found == kBreaks.end() ? text.front() : ' ');
+    text.remove_prefix(found == kBreaks.end() ? 1 : found->size());
   }
   return line;
 }

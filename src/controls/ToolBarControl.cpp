@@ -87,7 +87,8 @@ void ToolBarControl::popUp(std::string_view bandKey) {
 }
 
 void ToolBarControl::Click(std::string_view key) {
-  if (!tool(key)) throw Error(ErrorNumber::notFound, "Unknown tool: " + std::string(key));
+  const Ref<Tool> known = tool(key);
+  if (known && !known->enabled()) return;
   ToolClick(std::string(key));
 }
 
@@ -136,6 +137,10 @@ const MemberTable& ToolBarControl::memberTable() const {
   static const MemberTable kTable = MemberTableOf<T>()
                                         .property("Tag", &T::Tag, &T::Tag)
                                         .property("Bands", &T::Bands)
+                                        .method("addBand", &T::addBand)
+                                        .method("addTool", &T::addTool)
+                                        .optional(1)
+                                        .method("addLooseTool", &T::addLooseTool)
                                         .method("Click", &T::Click)
                                         .property("PopupBand", &T::PopupBand)
                                         .method("RecalcLayout", &T::RecalcLayout)

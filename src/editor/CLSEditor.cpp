@@ -74,6 +74,7 @@ void CLSEditor::connectCanvas() {
   answer(m_diagram->NodeRenaming, "NodeRenaming", &CLSEditor::renameInPlace);
   answer(m_diagram->DeleteAsked, "DeleteAsked", &CLSEditor::deleteSelection);
   answer(m_diagram->LinkEndDropped, "LinkEndDropped", &CLSEditor::reconnect);
+  answer(m_diagram->Cleared, "Cleared", &CLSEditor::canvasCleared);
   answer(m_diagram->ToolbarButton, "ToolbarButton", &CLSEditor::buttonClicked);
   answer(m_diagram->ModeChanged, "ModeChanged", &CLSEditor::SyncModeButtons);
   answer(m_activeBar->ToolClick, "ToolClick", &CLSEditor::toolClicked);
@@ -105,6 +106,12 @@ void CLSEditor::connectCanvas() {
   m_diagram->dropRule([this](Text node, Text tag, Text target) {
     return trap("DropRule", [&] { return mayDrop(node, tag, target); });
   });
+}
+
+/// There is nothing left to name or to edit.
+void CLSEditor::canvasCleared() {
+  endNaming();
+  closePane();
 }
 
 /// What lies over the canvas follows it.

@@ -209,6 +209,7 @@ class CLSEditor : public platform::Object {
   [[nodiscard]] bool isBelow(const platform::Node& upper, const platform::Node& lower,
                              Text ignored) const;
   void viewChanged();
+  void canvasCleared();
   struct KindRow;
   [[nodiscard]] static const std::array<KindRow, 4>& kindRows();
   void SyncModeButtons();

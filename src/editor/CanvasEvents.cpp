@@ -38,6 +38,7 @@ void CLSEditor::nodeCreated(const std::string& key) {
   const auto box = m_diagram->getNode(key);
   if (!box) return;
   CommitClassName();
+  if (m_diagram->getNode(key) != box) return;  // the host, told of the name, cleared the canvas
   try {
     bindClass(key, *box);
   } catch (...) {

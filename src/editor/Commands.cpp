@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "controls/Row.h"
 #include "editor/Busy.h"
 #include "editor/CLSEditor.h"
 
@@ -147,13 +148,22 @@ void CLSEditor::deleteSelection() {
   for (auto& box : each<platform::DiagramNode>(m_diagram->getSelectedNodes())) {
     boxes.push_back(box.key());
   }
+  // What left the model behind the editor's back is taken from the canvas alone.
   for (const std::string& key : lines) {
     const AssociationRef wrapper = GetAssociationFromLink(key);
-    if (wrapper) deleteRelationship(*wrapper->clsObject());
+    if (wrapper && controls::isInRepository(*wrapper->clsObject())) {
+      deleteRelationship(*wrapper->clsObject());
+    }
     m_diagram->deleteLink(key);
   }
+  const auto classes = model().MetaNodes(types::kClass);
   for (const std::string& key : boxes) {
-    if (m_diagram->getNode(key)) DeleteClass(key);
+    if (!m_diagram->getNode(key)) continue;
+    if (classes->find(key)) {
+      DeleteClass(key);
+    } else {
+      m_diagram->deleteNode(key);
+    }
   }
 }
 

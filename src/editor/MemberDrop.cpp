@@ -59,7 +59,7 @@ void CLSEditor::memberDropped(const std::string& tag, platform::Point at) {
   if (const auto box = target ? GetClassFromNode(target->key()) : ClassRef()) {
     if (m_repository->SearchLinkedObject(*box->clsObject(), owned.type, true, "Name",
                                          member->name())) {
-      m_diagram->Hint(box->name() + " has a member named " + member->name() + " already");
+      m_diagram->showHint(box->name() + " has a member named " + member->name() + " already");
       return;
     }
   }

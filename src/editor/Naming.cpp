@@ -2,7 +2,9 @@
 
 #include <algorithm>
 
+#include "controls/Row.h"
 #include "editor/CLSEditor.h"
+#include "platform/Text.h"
 
 namespace brisel::editor {
 
@@ -20,10 +22,6 @@ platform::Rect nameArea(const platform::DiagramNode& box) {
   area.top += area.height * (lines - 1) / lines;
   area.height /= lines;
   return area;
-}
-
-bool isBlank(std::string_view text) {
-  return text.find_first_not_of(" \t") == std::string_view::npos;
 }
 
 }  // namespace
@@ -62,8 +60,8 @@ void CLSEditor::CommitClassName() {
   const std::string text = m_className->Text();
   endNaming();
   const ClassRef named = GetClassFromNode(key);
-  if (!named) return;
-  if (!isBlank(text)) named->name(text);
+  if (!named || !controls::isInRepository(*named->clsObject())) return;
+  if (!platform::trimmed(text).empty()) named->name(text);
   named->Populate();
   SynchronizeDataTypes();
   ClassChanged(key);

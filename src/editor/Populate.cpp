@@ -1,6 +1,7 @@
 // Drawing the model on the canvas, and laying it out.
 
 #include <algorithm>
+#include <cmath>
 #include <map>
 #include <set>
 #include <string>
@@ -26,6 +27,23 @@ Ref<platform::Node> endOf(const platform::Node& relationship, std::string_view l
   const auto links = relationship.outgoing(linkType);
   if (links->Count() == 0) return {};
   return static_cast<platform::Link&>(*links->Item(1)).Target();
+}
+
+using RankedPoints = std::vector<std::pair<std::int64_t, platform::Node*>>;
+
+/// Whether the points are those that the canvas computes for a line from a class to itself: then
+/// nobody bent it, and it goes on following its box.
+bool isComputedLoop(const platform::DiagramLink& line, const RankedPoints& stored) {
+  if (line.source() != line.target()) return false;
+  const auto drawn = line.ExtraPoints();
+  if (static_cast<std::size_t>(drawn->Count()) != stored.size()) return false;
+  for (std::size_t i = 0; i < stored.size(); ++i) {
+    const platform::Point at = drawn->at(i);
+    const platform::Node& point = *stored[i].second;
+    if (std::abs(at.x - point.GetProperty("X").number()) > 1) return false;
+    if (std::abs(at.y - point.GetProperty("Y").number()) > 1) return false;
+  }
+  return true;
 }
 
 }  // namespace
@@ -139,7 +157,7 @@ void CLSEditor::placeBoxesWithoutArea(const std::set<std::string>& placed) {
 }
 
 void CLSEditor::restorePoints() {
-  std::map<std::string, std::vector<std::pair<std::int64_t, platform::Node*>>> byLink;
+  std::map<std::string, RankedPoints> byLink;
   const auto points = model().MetaNodes(types::kGeomPoint)->extension();
   for (auto& point : each<platform::Node>(points)) {
     byLink[point.GetProperty("linkId").text()].emplace_back(point.GetProperty("rank").integer(),
@@ -151,6 +169,7 @@ void CLSEditor::restorePoints() {
     if (!association) continue;
     std::stable_sort(ranked.begin(), ranked.end(),
                      [](const auto& a, const auto& b) { return a.first < b.first; });
+    if (isComputedLoop(*association->link(), ranked)) continue;
     for (const auto& [rank, point] : ranked) positioner.LoadPoint(*association, *point);
   }
 }

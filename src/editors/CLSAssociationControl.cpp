@@ -19,7 +19,7 @@ namespace {
 
 using Text = std::string_view;
 
-constexpr std::array<Text, 3> kTabs = {"Association", "Source", "Target"};
+constexpr std::array<Text, 3> kEndTabs = {"Association", "Source", "Target"};
 
 constexpr std::array<Text, 2> kFirstKeys = {"Name", "Intention"};
 constexpr std::array<Text, 2> kGeneralizationKeys = {"Discriminator", "IsVirtual"};
@@ -40,11 +40,11 @@ void add(Property& grid, const std::array<Text, N>& keys) {
 CLSAssociationControl::CLSAssociationControl(platform::ComponentRegistry& registry)
     : m_registry(registry),
       m_panels(make<ControlArray>(std::vector<Ref<platform::Object>>{
-          make<Panel>(kTabs[0]), make<Panel>(kTabs[1]), make<Panel>(kTabs[2])})),
+          make<Panel>(kEndTabs[0]), make<Panel>(kEndTabs[1]), make<Panel>(kEndTabs[2])})),
       m_grids(make<ControlArray>(std::vector<Ref<platform::Object>>{
           make<Property>(), make<Property>(), make<Property>()})) {
   m_tabChosen = m_tabs->SelectionChanged.connect([this] { showTab(); });
-  for (const Text key : kTabs) m_tabs->add(key, key);
+  for (const Text key : kEndTabs) m_tabs->add(key, key);
   showTab();
 }
 
@@ -74,8 +74,12 @@ void CLSAssociationControl::prepare() {
                           "The relationship editor has no repository");
   }
   const Ref<platform::Node> node = m_association->clsObject();
+  if (!node || !m_repository || !m_repository->GetRepository()) {
+    throw platform::Error(platform::ErrorNumber::objectMissing,
+                          "The relationship editor needs a repository and a relationship of it");
+  }
   m_tabs->clear();
-  for (const Text key : kTabs) m_tabs->add(key, key);
+  for (const Text key : kEndTabs) m_tabs->add(key, key);
   for (std::int64_t i = 0; i < m_grids->Count(); ++i) {
     grid(i).initialize();
     grid(i).owner(node->Parent().get());
@@ -97,10 +101,10 @@ void CLSAssociationControl::addKeys() {
   grid(1).Visible(!inherits);
   grid(2).Visible(!inherits);
   if (inherits) {
-    m_tabs->caption(kTabs[0], "Generalization");
+    m_tabs->caption(kEndTabs[0], "Generalization");
     add(grid(0), kGeneralizationKeys);
-    m_tabs->remove(kTabs[1]);
-    m_tabs->remove(kTabs[2]);
+    m_tabs->remove(kEndTabs[1]);
+    m_tabs->remove(kEndTabs[2]);
     return;
   }
   add(grid(1), kSourceKeys);
@@ -108,7 +112,7 @@ void CLSAssociationControl::addKeys() {
   add(grid(0), kAssociationKeys);
   if (!m_association->isAggregation()) return;
   add(grid(0), kAggregationKeys);
-  m_tabs->caption(kTabs[0], "Aggregation");
+  m_tabs->caption(kEndTabs[0], "Aggregation");
 }
 
 void CLSAssociationControl::showTab() {

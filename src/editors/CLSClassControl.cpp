@@ -17,7 +17,7 @@ namespace {
 
 using Text = std::string_view;
 
-constexpr std::array<Text, 3> kTabs = {"Class", "Attributes", "Operations"};
+constexpr std::array<Text, 3> kClassTabs = {"Class", "Attributes", "Operations"};
 constexpr Text kOperationsTab = "Operations";
 
 struct ToolRow {
@@ -53,9 +53,9 @@ CLSClassControl::CLSClassControl(platform::ComponentRegistry& registry)
       m_operationTools(make<ToolBarControl>(registry)),
       m_parameterTools(make<ToolBarControl>(registry)),
       m_panels(make<ControlArray>(std::vector<Ref<Object>>{
-          make<Panel>(kTabs[0]), make<Panel>(kTabs[1]), make<Panel>(kTabs[2])})) {
+          make<Panel>(kClassTabs[0]), make<Panel>(kClassTabs[1]), make<Panel>(kClassTabs[2])})) {
   addTools();
-  for (const Text key : kTabs) m_tabs->add(key, key);
+  for (const Text key : kClassTabs) m_tabs->add(key, key);
   m_parameterPanel->Visible(false);
   m_memberPanel->Visible(false);
   connect();
@@ -119,7 +119,11 @@ void CLSClassControl::prepare() {
     throw platform::Error(platform::ErrorNumber::objectMissing, "The class editor has no repository");
   }
   const Ref<platform::Node> shown = m_class->clsObject();
-  const auto model = m_repository->GetRepository();
+  const auto model = m_repository ? m_repository->GetRepository() : nullptr;
+  if (!shown || !model) {
+    throw platform::Error(platform::ErrorNumber::objectMissing,
+                          "The class pane needs a repository and a class of it");
+  }
   for (MemberPanel* panel : {&m_attributes, &m_operations, &m_parameters}) {
     panel->prepare(*m_repository, m_registry.installationFolder());
   }
@@ -131,7 +135,7 @@ void CLSClassControl::prepare() {
   m_classGrid->owner(shown->Parent().get());
   m_classGrid->load();
   m_classGrid->node(shown.get());
-  m_tabs->select(kTabs[0]);
+  m_tabs->select(kClassTabs[0]);
   showTab();
   Ref<platform::Link> link;
   m_stereotype->show(*model, m_repository->GetStereotype(*shown, link).get());

@@ -23,13 +23,6 @@ using Text = std::string_view;
 constexpr std::array<Text, 3> kScopes = {"public", "protected", "private"};
 constexpr double kColumnWidth = 1000;  // twips
 
-std::string_view trimmed(std::string_view text) {
-  constexpr std::string_view kBlanks = " \t\r\n";
-  const std::size_t begin = text.find_first_not_of(kBlanks);
-  if (begin == std::string_view::npos) return {};
-  return text.substr(begin, text.find_last_not_of(kBlanks) - begin + 1);
-}
-
 }  // namespace
 
 const MemberKind kAttributes = {
@@ -76,6 +69,16 @@ const MemberKind kParameters = {
     &CLSRepository::SetParameterDataType,
     &CLSRepository::DeleteParameter};
 
+void showColumns(controls::ListView& list, const MemberKind& kind, Text iconFolder) {
+  list.clearRows();
+  list.clearColumns();
+  for (const Text column : {"Name", "Identifier", "Scope"}) {
+    if (column == "Scope" && !kind.hasScope) continue;
+    list.addColumn(column, column, kColumnWidth);
+  }
+  list.setIcon(std::string(iconFolder).append(kind.icon), kind.iconKey);
+}
+
 MemberPanel::MemberPanel(const MemberKind& kind) : m_kind(kind) {
   m_listening.push_back(list->RowSelected.connect([this](Link& link) { select(link); }));
   m_listening.push_back(type->Chosen.connect([this] { addEntered(); }));
@@ -94,13 +97,7 @@ void MemberPanel::prepare(CLSRepository& repository, Text iconFolder) {
   resetScope();
   type->create();
   type->fill(*repository.GetRepository()->MetaNodes(types::kDataType)->extension(), "Name");
-  list->clearRows();
-  list->clearColumns();
-  for (const Text column : {"Name", "Identifier", "Scope"}) {
-    if (column == "Scope" && !m_kind.hasScope) continue;
-    list->addColumn(column, column, kColumnWidth);
-  }
-  list->setIcon(std::string(iconFolder).append(m_kind.icon), m_kind.iconKey);
+  showColumns(*list, m_kind, iconFolder);
   name->Text("");
 }
 
@@ -139,7 +136,7 @@ void MemberPanel::addEntered() {
   std::string_view rest = text;
   while (true) {
     const std::size_t end = rest.find(';');
-    if (const Text piece = trimmed(rest.substr(0, end)); !piece.empty()) add(piece);
+    if (const Text piece = platform::trimmed(rest.substr(0, end)); !piece.empty()) add(piece);
     if (end == std::string_view::npos) return;
     rest.remove_prefix(end + 1);
   }

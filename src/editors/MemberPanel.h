@@ -28,6 +28,9 @@ struct MemberKind {
   void (repository::CLSRepository::*remove)(std::string_view member);
 };
 
+/// The columns and the icon of a list of such members, which has no rows any more.
+void showColumns(controls::ListView& list, const MemberKind& kind, std::string_view iconFolder);
+
 extern const MemberKind kAttributes;
 extern const MemberKind kOperations;
 extern const MemberKind kParameters;

@@ -54,6 +54,7 @@ const MemberTable& DiagramControl::memberTable() const {
                                         .event("DeleteAsked", &Control::DeleteAsked)
                                         .event("LinkEndDropped", &Control::LinkEndDropped)
                                         .event("Hint", &Control::Hint)
+                                        .event("Cleared", &Control::Cleared)
                                         .event("ModeChanged", &Control::ModeChanged)
                                         .event("ToolbarButton", &Control::ToolbarButton)
                                         .event("Scrolled", &Control::Scrolled)

@@ -62,6 +62,10 @@ class DiagramNode : public DiagramItem {
   /// taking it whenever they change; with false it keeps the size that it has. A box whose size was
   /// set large enough for its text grows when the text does.
   virtual void fitToText(bool fit) = 0;
+  /// Between the two, title and rows may change in many steps; the box is fitted and seen anew once,
+  /// at the outermost end.
+  virtual void beginUpdate() = 0;
+  virtual void endUpdate() = 0;
   /// Where the title stands in the box, cut at its border.
   [[nodiscard]] virtual Rect titleArea() const = 0;
 };
@@ -161,6 +165,9 @@ class DiagramControl : public Object {
   virtual void linkRule(LinkRule rule) = 0;
   virtual void dropRule(DropRule rule) = 0;
 
+  /// A word for the person on what was just done; stands until the pointer's next.
+  virtual void showHint(std::string_view text) = 0;
+
   /// Percent.
   [[nodiscard]] virtual double getZoom() const = 0;
   /// An area of the canvas as it is seen now, in twips of the view from its upper left corner: at
@@ -187,6 +194,7 @@ class DiagramControl : public Object {
   Event<std::string, std::string, bool> LinkEndDropped;
   /// What a press would do, or why not, for a status bar; empty when there is nothing to say.
   Event<std::string> Hint;
+  Event<> Cleared;      ///< all items are gone; none was told of by itself
   Event<> ModeChanged;  ///< `Mode` or "CanDrawLink"
   Event<std::string> ToolbarButton;
   Event<int, int> Scrolled, Zoomed;

@@ -19,6 +19,14 @@ namespace brisel::platform {
   return true;
 }
 
+/// The text without blanks, tabs and breaks of lines at its ends.
+[[nodiscard]] constexpr std::string_view trimmed(std::string_view text) {
+  constexpr std::string_view kBlanks = " \t\r\n";
+  const std::size_t first = text.find_first_not_of(kBlanks);
+  if (first == std::string_view::npos) return {};
+  return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
+}
+
 /// How many columns UTF-8 text takes in a fixed-pitch font: two for wide characters (CJK, emoji),
 /// none for combining marks, one for every other. Broken bytes count one column each.
 [[nodiscard]] int columnsOf(std::string_view utf8);

@@ -32,7 +32,8 @@ class ToolBarControl : public Object {
   [[nodiscard]] virtual bool isBandShown(std::string_view band) const = 0;
   /// Pops the band up at the mouse; an unknown key does nothing.
   virtual void popUp(std::string_view band) = 0;
-  /// A person's click on a tool: raises ToolClick. An Error (notFound) for an unknown tool.
+  /// A person's click on a tool: raises ToolClick, for a disabled tool nothing. A key that no band
+  /// and no collection has may be of a tool that the host shows itself.
   virtual void Click(std::string_view tool) = 0;
 
   Event<std::string> ToolClick;    ///< the tool's key

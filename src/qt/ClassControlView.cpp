@@ -121,6 +121,7 @@ QWidget* ClassControlView::makePropertyPage() {
   m_memberGrid = new PropertyWidget(m_control->Property1(), page);
   auto* ok = new ButtonWidget(m_control->PropertyOk(), page);
   ok->setObjectName("PropertyOk");
+  ok->setAutoDefault(false);
   QVBoxLayout* column = columnOf(*page);
   column->addWidget(m_memberHeading);
   column->addWidget(m_memberGrid, 1);

@@ -163,6 +163,7 @@ void DiagramView::mouseReleaseEvent(QMouseEvent* event) {
   const std::string button = nameOfButton(event->button());
   if (button.empty()) return event->ignore();
   const Point at = toTwips(event->position());
+  const PopupsAt place(event->globalPosition().toPoint());  // the mouse may be elsewhere by now
   m_control->PointerRelease(at.x, at.y, button, namesOfModifiers(event->modifiers()));
 }
 
@@ -173,6 +174,11 @@ void DiagramView::mouseDoubleClickEvent(QMouseEvent* event) {
   }
   const Point at = toTwips(event->position());
   m_control->PointerDoubleClick(at.x, at.y);
+}
+
+bool DiagramView::viewportEvent(QEvent* event) {
+  if (event->type() == QEvent::Leave) m_control->PointerLeave();
+  return QAbstractScrollArea::viewportEvent(event);
 }
 
 void DiagramView::wheelEvent(QWheelEvent* event) {

@@ -3,6 +3,8 @@
 #include <array>
 
 #include "qt/AssociationDialog.h"
+#include "qt/ClassControlDialog.h"
+#include "qt/ClassDialog.h"
 #include "qt/StereotypeDialog.h"
 
 namespace brisel::qt {
@@ -23,6 +25,8 @@ struct FormView {
 
 constexpr std::array kViews = {
     FormView{"frmAssociation", &make<editors::frmAssociation, AssociationDialog>},
+    FormView{"frmClass", &make<editors::frmClass, ClassDialog>},
+    FormView{"frmClassControl", &make<editors::frmClassControl, ClassControlDialog>},
     FormView{"frmStereotype", &make<editors::frmStereotype, StereotypeDialog>},
 };
 

@@ -5,9 +5,9 @@
 
 namespace brisel::qt {
 
-LabelWidget::LabelWidget(platform::Ref<controls::Label> label, QWidget& named, QWidget* parent)
+LabelWidget::LabelWidget(platform::Ref<controls::Label> label, QWidget* named, QWidget* parent)
     : QLabel(parent), m_label(std::move(label)), m_named(named) {
-  setBuddy(&named);
+  setBuddy(named);
   m_changed = m_label->Changed.connect([this] { follow(); });
   follow();
 }
@@ -15,7 +15,7 @@ LabelWidget::LabelWidget(platform::Ref<controls::Label> label, QWidget& named, Q
 void LabelWidget::follow() {
   const QString caption = toQt(m_label->Caption());
   setText(caption);
-  m_named.setAccessibleName(QString(caption).remove('&').remove(':'));
+  if (m_named) m_named->setAccessibleName(QString(caption).remove('&').remove(':'));
   showState(*this, *m_label);
 }
 

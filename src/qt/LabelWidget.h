@@ -6,16 +6,17 @@
 
 namespace brisel::qt {
 
-/// A label with its caption, whose mnemonic brings the keyboard to the widget that it names.
+/// A label with its caption. It gives the widget that it names, if any, its name for those who
+/// listen to the window, and its mnemonic.
 class LabelWidget : public QLabel {
  public:
-  LabelWidget(platform::Ref<controls::Label> label, QWidget& named, QWidget* parent = nullptr);
+  LabelWidget(platform::Ref<controls::Label> label, QWidget* named, QWidget* parent = nullptr);
 
  private:
   void follow();
 
   platform::Ref<controls::Label> m_label;
-  QWidget& m_named;
+  QWidget* m_named;
   platform::Connection m_changed;
 };
 

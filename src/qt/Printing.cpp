@@ -4,6 +4,7 @@
 #include <QCoreApplication>
 #include <QFormLayout>
 #include <QLabel>
+#include <QMessageBox>
 #include <QPainter>
 #include <QPrintDialog>
 #include <QPrintPreviewDialog>
@@ -87,13 +88,22 @@ void paintPage(const canvas::Scene& scene, QPainter& painter, const Page& page, 
   if (isTile) paintMark(painter, page, place, dots);
 }
 
+void paintOrTell(const canvas::Scene& scene, QPrinter& printer, PageFit fit, QWidget* parent) {
+  if (paintPages(scene, printer, fit)) return;
+  const QString name = printer.outputFileName();
+  QMessageBox::warning(parent, inWords("Print"),
+                       inWords("The diagram could not be printed to %1.")
+                           .arg(name.isEmpty() ? printer.printerName() : name));
+}
+
 void showPreview(const canvas::Scene& scene, QPrinter& printer, QWidget* parent) {
   QPrintPreviewDialog dialog(&printer, parent);
   dialog.resize(parent->window()->size() * 0.9);
   auto* choice = makeChoice(&dialog);
-  QObject::connect(
-      &dialog, &QPrintPreviewDialog::paintRequested, &dialog,
-      [&scene, choice](QPrinter* pages) { paintPages(scene, *pages, chosenIn(*choice)); });
+  QObject::connect(&dialog, &QPrintPreviewDialog::paintRequested, &dialog,
+                   [&scene, &dialog, choice](QPrinter* pages) {
+                     paintOrTell(scene, *pages, chosenIn(*choice), &dialog);
+                   });
   auto* shown = dialog.findChild<QPrintPreviewWidget*>();
   QObject::connect(choice, &QComboBox::currentIndexChanged, &dialog, [&, shown, choice] {
     turnPaper(scene, printer, chosenIn(*choice));
@@ -122,7 +132,7 @@ void askAndPrint(const canvas::Scene& scene, QPrinter& printer, QWidget* parent)
   if (fit != offered && printer.pageLayout().orientation() == turned) {
     turnPaper(scene, printer, fit);
   }
-  paintPages(scene, printer, fit);
+  paintOrTell(scene, printer, fit, parent);
 }
 
 }  // namespace
@@ -138,6 +148,7 @@ bool paintPages(const canvas::Scene& scene, QPrinter& printer, PageFit fit) {
   const auto pages = pagesOf(canvas::pictureArea(scene), paperOf(printer), fit);
   QPainter painter;
   if (!painter.begin(&printer)) return false;
+  painter.setRenderHint(QPainter::Antialiasing);  // a preview makes hairlines thinner than a pixel
   const double dots = printer.resolution() / platform::kTwipsPerInch;
   const int last = printer.toPage() > 0 ? printer.toPage() : static_cast<int>(pages.size());
   bool first = true;

@@ -16,7 +16,7 @@ StereotypePicker::StereotypePicker(platform::Ref<editors::CLSSelectStereotype> p
   m_combo->setObjectName("Stereotype");
   auto* row = new QHBoxLayout(this);
   row->setContentsMargins(0, 0, 0, 0);
-  row->addWidget(new LabelWidget(m_picker->Label1(), *m_combo, this));
+  row->addWidget(new LabelWidget(m_picker->Label1(), m_combo, this));
   row->addWidget(m_combo, 1);
   setFocusProxy(m_combo);
   m_changed = m_picker->Changed.connect([this] { showState(*this, *m_picker); });

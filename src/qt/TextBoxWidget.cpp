@@ -89,7 +89,7 @@ void TextBoxWidget::keyPressEvent(QKeyEvent* event) {
   if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
     const platform::Ref<controls::TextBox> held = m_box;
     held->KeyPress("Return", {});
-    event->accept();
+    event->ignore();  // a dialog's button may be meant as well
     return;
   }
   QLineEdit::keyPressEvent(event);

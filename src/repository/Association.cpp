@@ -30,6 +30,22 @@ std::string endText(const platform::Node& node, std::string_view role,
 
 }  // namespace
 
+void Association::link(platform::DiagramLink* line) {
+  if (!line) {
+    throw platform::Error(platform::ErrorNumber::invalidCall, "An association wrapper needs a line");
+  }
+  m_line = line;
+}
+
+void Association::clsObject(platform::Node* node) {
+  constexpr std::array kKinds = {types::kAssociation, types::kAggregation, types::kGeneralization};
+  if (!node || std::find(kKinds.begin(), kKinds.end(), node->Parent()->name()) == kKinds.end()) {
+    throw platform::Error(platform::ErrorNumber::invalidCall,
+                          "An association wrapper needs a relationship");
+  }
+  m_node = node;
+}
+
 std::string Association::name() const { return node().name(); }
 void Association::name(std::string_view name) { node().name(name); }
 

@@ -16,9 +16,11 @@ class Positioner;
 class Association : public platform::Object {
  public:
   [[nodiscard]] platform::Ref<platform::DiagramLink> link() const { return m_line; }
-  void link(platform::DiagramLink* line) { m_line = line; }
+  /// An Error (invalidCall) for none.
+  void link(platform::DiagramLink* line);
   [[nodiscard]] platform::Ref<platform::Node> clsObject() const { return m_node; }
-  void clsObject(platform::Node* node) { m_node = node; }
+  /// An Error (invalidCall) for none and for what is no relationship.
+  void clsObject(platform::Node* node);
   [[nodiscard]] std::string name() const;
   void name(std::string_view name);
   [[nodiscard]] bool isGeneralization() const;

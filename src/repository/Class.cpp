@@ -30,6 +30,17 @@ std::string typeName(const platform::Node& member, std::string_view linkType) {
   return static_cast<platform::Link&>(*first).Target()->name();
 }
 
+class BoxUpdate {
+ public:
+  explicit BoxUpdate(platform::DiagramNode& box) : m_box(&box) { m_box->beginUpdate(); }
+  ~BoxUpdate() { m_box->endUpdate(); }
+  BoxUpdate(const BoxUpdate&) = delete;
+  BoxUpdate& operator=(const BoxUpdate&) = delete;
+
+ private:
+  Ref<platform::DiagramNode> m_box;
+};
+
 std::int32_t charactersOf(std::string_view utf8) {
   const auto isStart = [](char c) { return (static_cast<unsigned char>(c) & 0xC0U) != 0x80U; };
   return static_cast<std::int32_t>(std::count_if(utf8.begin(), utf8.end(), isStart));
@@ -49,11 +60,26 @@ std::string stereotypeLabel(const platform::Node& node) {
   return "<<" + name + ">>";
 }
 
+void Class::Node(platform::DiagramNode* box) {
+  if (!box) {
+    throw platform::Error(platform::ErrorNumber::invalidCall, "A class wrapper needs a box");
+  }
+  m_box = box;
+}
+
+void Class::clsObject(platform::Node* node) {
+  if (!node || node->Parent()->name() != types::kClass) {
+    throw platform::Error(platform::ErrorNumber::invalidCall, "A class wrapper needs a class");
+  }
+  m_node = node;
+}
+
 std::string Class::name() const { return node().name(); }
 void Class::name(Text name) { node().name(name); }
 
 void Class::Populate() {
   const platform::Node& shown = node();
+  const BoxUpdate update(*m_box);
   m_box->fillColor(platform::kButtonFaceColor);
   const std::string stereotype = stereotypeLabel(shown);
   m_box->text(stereotype.empty() ? shown.name() : stereotype + "\r\n" + shown.name());

@@ -28,9 +28,11 @@ class Class : public platform::Object {
   using Text = std::string_view;
 
   [[nodiscard]] platform::Ref<platform::DiagramNode> Node() const { return m_box; }
-  void Node(platform::DiagramNode* box) { m_box = box; }
+  /// An Error (invalidCall) for none.
+  void Node(platform::DiagramNode* box);
   [[nodiscard]] platform::Ref<platform::Node> clsObject() const { return m_node; }
-  void clsObject(platform::Node* node) { m_node = node; }
+  /// An Error (invalidCall) for none and for a node of another type than "Class".
+  void clsObject(platform::Node* node);
   [[nodiscard]] std::string name() const;
   void name(Text name);
   /// Whether the texts of operations list their parameters.

@@ -161,6 +161,19 @@ TEST_F(DrawingTest, aSecondLineIsShownBesideTheFirst) {
   EXPECT_NE(shown.front().y, middle(a).y);
 }
 
+TEST_F(DrawingTest, theNextLineMayBeginWhereTheLastOneEnds) {
+  int reconnected = 0;
+  const auto counting = control->LinkEndDropped.connect(
+      [&](const std::string&, const std::string&, bool) { ++reconnected; });
+  for (int i = 1; i <= 3; ++i) {
+    press(edge(a));
+    move(middle(b));
+    release(middle(b));
+    EXPECT_EQ(control->getAllLinks()->Count(), i) << "the last one is selected, with its handles";
+  }
+  EXPECT_EQ(reconnected, 0);
+}
+
 TEST_F(DrawingTest, aReturnToTheSourceDrawsALoop) {
   const struct {
     const char* what;

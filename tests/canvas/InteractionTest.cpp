@@ -172,6 +172,25 @@ TEST_F(InteractionTest, bendsAreDrawnOutMovedAndTakenAway) {
   EXPECT_TRUE(l.bends().empty()) << "dropped on the way, it goes";
 }
 
+TEST_F(InteractionTest, aLineIsBentByTheLabelOnItNotByTheTextsAtItsEnds) {
+  l.text("label");
+  l.beginText("role");
+  click(l.labelArea().center());
+  const Point text = l.beginTextArea().center();
+  move(text);
+  EXPECT_EQ(control->Cursor(), "arrow");
+  drag(text, text + Point{0, 2000});
+  EXPECT_TRUE(l.bends().empty());
+  l.bends({{5000, 5000}});
+  const Point label = l.labelArea().center();
+  const bool onFirstHalf = label.x < 5000;
+  move(label);
+  EXPECT_EQ(control->Cursor(), "move");
+  drag(label, label + Point{0, 3000});
+  ASSERT_EQ(l.bends().size(), 2U);
+  EXPECT_EQ(l.bends()[onFirstHalf ? 1 : 0], (Point{5000, 5000})) << "on the half that was held";
+}
+
 TEST_F(InteractionTest, pansWithTheMiddleButtonAndWithSpace) {
   control->PointerPress(1000, 1000, "middle", "");
   // The view moves under the pointer: the place under the hand stays the same.

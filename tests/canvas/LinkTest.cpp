@@ -94,8 +94,14 @@ TEST_F(LinkTest, parallelLinesStandApartUntilTheyAreAlone) {
 TEST_F(LinkTest, linksToTheOwnBoxGoRoundACornerAndDoNotCoincide) {
   Link& first = line("l", "a", "a");
   Link& second = line("m", "a", "a");
+  first.text("a text longer than its loop");
+  second.text("another one");
+  EXPECT_FALSE(first.labelArea().intersects(second.labelArea()));
   for (const Link* loop : {&first, &second}) {
     ASSERT_GE(loop->points().size(), 4U);
+    for (int i = 0; i <= 100; ++i) {
+      EXPECT_FALSE(loop->labelArea().contains(placeOn(loop->points(), i / 100.0))) << "seen whole";
+    }
     for (std::size_t i = 1; i + 1 < loop->points().size(); ++i) {
       EXPECT_FALSE(a.bounds().contains(loop->points()[i]));
     }

@@ -29,6 +29,7 @@ class RowDragTest : public testing::Test, protected DiagramBuilder {
           told += key + ' ' + tag + ' ' + std::to_string(static_cast<int>(x)) + ',' +
                   std::to_string(static_cast<int>(y)) + ' ';
         });
+    hinted = control->Hint.connect([this](const std::string& text) { hint = text; });
     control->dropRule([this](std::string_view node, std::string_view tag, std::string_view target) {
       asked += std::string(node) + ' ' + std::string(tag) + ' ' + std::string(target) + ';';
       return target != "c";
@@ -51,8 +52,8 @@ class RowDragTest : public testing::Test, protected DiagramBuilder {
   Node& a;
   Node& b;
   Node& c;
-  platform::Connection dropped;
-  std::string told, asked;
+  platform::Connection dropped, hinted;
+  std::string told, asked, hint;
 };
 
 TEST_F(RowDragTest, dropsWhereTheRuleAllows) {
@@ -60,14 +61,33 @@ TEST_F(RowDragTest, dropsWhereTheRuleAllows) {
     const char* what;
     Point to;
     const char* cursor;
+    const char* hint;
     const char* told;
     const char* asked;
     std::size_t frames;
   } cases[] = {
-      {"another class", {6300, 200}, "closedHand", "a id-x 6300,200 ", "a id-x b;", 2},
-      {"a class that must not have it", {300, 6200}, "forbidden", "", "a id-x c;", 1},
-      {"its own class", {400, 200}, "closedHand", "", "", 1},
-      {"empty canvas", {3000, 4000}, "closedHand", "a id-x 3000,4000 ", "a id-x ;", 1},
+      {"another class",
+       {6300, 200},
+       "closedHand",
+       "Release to move it to this class",
+       "a id-x 6300,200 ",
+       "a id-x b;",
+       2},
+      {"a class that must not have it",
+       {300, 6200},
+       "forbidden",
+       "This cannot be dropped here",
+       "",
+       "a id-x c;",
+       1},
+      {"its own class", {400, 200}, "closedHand", "Drag to another class", "", "", 1},
+      {"empty canvas",
+       {3000, 4000},
+       "closedHand",
+       "Release to make a class of it",
+       "a id-x 3000,4000 ",
+       "a id-x ;",
+       1},
   };
   for (const auto& test : cases) {
     SCOPED_TRACE(test.what);
@@ -77,6 +97,7 @@ TEST_F(RowDragTest, dropsWhereTheRuleAllows) {
     press(rowOf(0));
     move(test.to);
     EXPECT_EQ(control->Cursor(), test.cursor);
+    EXPECT_EQ(hint, test.hint);
     const auto picture = painted();
     EXPECT_EQ(picture.frames.size(), test.frames) << "the ghost, and the class that would take it";
     ASSERT_EQ(picture.texts.size(), 1U);
@@ -84,6 +105,7 @@ TEST_F(RowDragTest, dropsWhereTheRuleAllows) {
     EXPECT_TRUE(picture.frames.back().contains(test.to)) << "the ghost is under the pointer";
     release(test.to);
     EXPECT_EQ(told, test.told);
+    EXPECT_EQ(hint, "");
     EXPECT_EQ(asked, test.asked) << "asked once for each target";
     EXPECT_TRUE(painted().frames.empty());
     EXPECT_EQ(a.bounds().topLeft(), Point{}) << "the box stays";

@@ -208,5 +208,36 @@ TEST_F(DispatchTest, theDeleteKeyTakesClassesAndRelationships) {
   EXPECT_TRUE(messages.empty());
 }
 
+TEST_F(DispatchTest, whatWentBehindTheEditorsBackCanStillBeTakenAway) {
+  std::string left;
+  const auto listening =
+      editor->ClassLeave.connect([&](const std::string& key) { left += key + ' '; });
+  const platform::Point middle = box("A")->bounds().center();
+  canvas.PointerMove(middle.x, middle.y);
+  model->DeleteAssociation("r");
+  model->DeleteClass("A");
+  canvas.NodeRenaming("A");
+  editor->ClassName()->SetText("Ghost");
+  editor->ClassName()->KeyPress("Return", "");
+  EXPECT_FALSE(model->SearchObject("DataType", "Name", "Ghost"));
+  for (const char* key : {"A", "B"}) canvas.selNode(key);
+  canvas.selLink("r");
+  canvas.DeleteAsked();
+  EXPECT_EQ(drawnNodes() + drawnLinks(), "");
+  EXPECT_EQ(count("Class"), 0);
+  EXPECT_EQ(left, "A ") << "nothing is under the pointer any more";
+  EXPECT_TRUE(messages.empty());
+}
+
+TEST_F(DispatchTest, aClearedCanvasHasNothingToNameOrEdit) {
+  editor->EditClass("A");
+  canvas.NodeRenaming("B");
+  canvas.Clear();
+  EXPECT_FALSE(editor->ClassName()->Visible());
+  EXPECT_FALSE(pane.Visible());
+  EXPECT_EQ(find("Class", "B")->name(), "B");
+  EXPECT_TRUE(messages.empty());
+}
+
 }  // namespace
 }  // namespace brisel::editor

@@ -37,7 +37,7 @@ TEST_F(NamingTest, aDrawnClassIsNamedAtOnce) {
   EXPECT_EQ(name.SelLength(), 8);
   EXPECT_EQ(asked, 1);
   EXPECT_EQ(nameOf("a"), "newClass");
-  name.SetText("Größe\r\nin\nm²");
+  name.SetText("Größe\r\nin\u2028m²");
   name.KeyPress("Return", "");
   EXPECT_FALSE(name.Visible());
   EXPECT_EQ(nameOf("a"), "Größe in m²");

@@ -141,6 +141,23 @@ TEST(Populate, restoresBendsByRankWithinEachLine) {
   EXPECT_EQ(pointsOf(*bench.line("s")), "7000,7000 ");
 }
 
+TEST(Populate, aLoopThatNobodyBentGoesOnFollowingItsBox) {
+  EditorBench bench;
+  bench.addClass("A");
+  bench.editor->Populate();
+  bench.editor->CreateAssociation("own", "", "", "A", "A");
+  bench.editor->CreateAssociation("bent", "", "", "A", "A");
+  bench.line("bent")->ExtraPoints()->Clear();
+  bench.line("bent")->ExtraPoints()->Add(9000, 9000);
+  const auto farRight = [&](const char* key) { return bench.line(key)->ExtraPoints()->at(1).x; };
+  bench.editor->AddPositions();
+  bench.redraw();
+  const double before = farRight("own");
+  bench.box("A")->bounds({0, 0, 9000, 3000});
+  EXPECT_GT(farRight("own"), before);
+  EXPECT_EQ(farRight("bent"), 9000);
+}
+
 TEST(Populate, keepsWhatHiddenClassesHadStored) {
   EditorBench bench;
   bench.addClass("A");

@@ -51,10 +51,11 @@ class Hands : public EditorBench {
 
   void step() {
     using Action = void (Hands::*)();
-    static constexpr std::array<Action, 14> kActions = {
-        &Hands::move,   &Hands::move,    &Hands::press, &Hands::release, &Hands::release,
-        &Hands::drag,   &Hands::drag,    &Hands::drag,  &Hands::key,     &Hands::button,
-        &Hands::typing, &Hands::command, &Hands::menu,  &Hands::hostile};
+    static constexpr std::array<Action, 16> kActions = {
+        &Hands::move,    &Hands::move,    &Hands::press,  &Hands::release,
+        &Hands::release, &Hands::drag,    &Hands::drag,   &Hands::drag,
+        &Hands::key,     &Hands::button,  &Hands::typing, &Hands::command,
+        &Hands::menu,    &Hands::hostile, &Hands::pane,   &Hands::pane};
     try {
       (this->*kActions[below(kActions.size())])();
     } catch (const platform::Error&) {
@@ -193,6 +194,64 @@ class Hands : public EditorBench {
     if (once(2)) editor->ActiveBar21()->Tag(classKey());
     editor->ActiveBar21()->Click(last);
     if (once(4)) editor->ActiveBar21()->showBand("tbProperty", once(2));
+  }
+  /// The class pane, whether it is open or not.
+  void pane() {
+    editors::CLSClassControl& control = *editor->CLSClassControl1();
+    const std::size_t which = below(9);
+    last = "pane " + std::to_string(which);
+    switch (which) {
+      case 0:
+        control.AttributeName()->SetText(oneOf<4>({"a;b; ;c", "x", "", "größer"}));
+        break;
+      case 1:
+        control.OperationName()->SetText(oneOf<3>({"f;g", "fA", ";;"}));
+        break;
+      case 2:
+        control.AttributeType()->Enter(oneOf<4>({"Int", "Text", "A", " "}));
+        break;
+      case 3:
+        control.OperationType()->Enter(oneOf<3>({"Int", "void", ""}));
+        break;
+      case 4:
+        control.ToolAttr()->Click(oneOf<3>({"miAttrNew", "miAttrAdd", "miAttrDelete"}));
+        break;
+      case 5:
+        control.ToolOperation()->Click(oneOf<4>(
+            {"miOperationNew", "miOperationAdd", "miOperationDelete", "miOperationParameters"}));
+        break;
+      case 6:
+        control.ParameterName()->SetText("p;q");
+        control.ParameterType()->Enter("Int");
+        control.ToolParameter()->Click(oneOf<2>({"miParameterDelete", "miParameterOk"}));
+        break;
+      case 7:
+        if (const auto rows = control.Operations()->rowCount(); rows > 0) {
+          const auto row = 1 + static_cast<std::int64_t>(below(rows));
+          once(2) ? control.Operations()->Select(row) : control.Operations()->Open(row);
+        }
+        control.PropertyOk()->Click();
+        break;
+      default:
+        removeAny(oneOf<3>({"DataType", "Operation", "Stereotype"}));
+    }
+    if (once(20)) control.Close();
+  }
+  /// Behind the editor's back; what it was the type of goes too, so that the model can be shown.
+  void removeAny(const char* type) {
+    const auto all = store->MetaNodes(type)->extension();
+    if (all->Count() < 3) return;
+    const auto one = platform::as<platform::Node>(
+        all->Item(1 + static_cast<std::int64_t>(below(static_cast<std::size_t>(all->Count())))));
+    for (const char* link :
+         {"Attrib.Has.DataType", "Operation.Has.DataType", "Parameter.Has.DataType"}) {
+      if (one->Incoming(link)->Count() > 0) return;
+    }
+    if (type == std::string_view("Operation")) {
+      model->DeleteOperation(one->identifier());
+    } else if (one->Incoming("Class.As.Stereotype")->Count() == 0) {
+      all->Remove(one->identifier(), false);
+    }
   }
   void hostile() {
     constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();

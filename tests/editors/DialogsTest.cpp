@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "editor/CLSEditor.h"
+#include "editors/frmClass.h"
 #include "editors/frmStereotype.h"
 #include "platform/ValueRecord.h"
 #include "support/EditorBench.h"
@@ -145,6 +146,38 @@ TEST_F(DialogsTest, aModelHasAStereotypeAtLeast) {
   EXPECT_EQ(messages.size(), 1U) << "the one in use is asked about";
   EXPECT_EQ(names(), "<NONE> ");
   EXPECT_EQ(box("A")->text(), "A");
+}
+
+TEST_F(DialogsTest, aSplitNeedsANameAndAMember) {
+  addAttribute("A", "x", "Int");
+  addOperation("A", "f", "Int");
+  addOperation("A", "g", "Int");
+  const auto form = make<frmClass>(registry);
+  form->Prepare(*editor->GetClassFromNode("A"));
+  form->Visible(true);
+  form->ClassName()->SetText("  ");
+  form->AllOperations()->Click();
+  form->Ok()->Click();
+  EXPECT_TRUE(form->Visible());
+  form->ClassName()->SetText("Base");
+  form->Operations()->Untick(1);
+  form->Operations()->Untick(2);
+  form->Ok()->Click();
+  EXPECT_TRUE(form->Visible());
+  EXPECT_EQ(messages, (std::vector<std::string>{
+                          "Please insert a name for the splitted class",
+                          "Select at least one operation/attribute for the new splitted class."}));
+  form->Cancel()->Click();
+  EXPECT_FALSE(form->Accepted());
+  form->Visible(true);
+  form->Attributes()->Tick(1);
+  form->Ok()->Click();
+  EXPECT_TRUE(form->Accepted());
+  EXPECT_FALSE(form->Visible());
+  EXPECT_EQ(form->Attributes()->tickedRows()->Count(), 1);
+  form->Prepare(*editor->GetClassFromNode("B"));
+  EXPECT_EQ(form->Operations()->rowCount(), 0U) << "those of another class";
+  EXPECT_FALSE(form->Accepted());
 }
 
 }  // namespace

@@ -55,8 +55,10 @@ TEST(CanvasToolBar, showsEveryButtonInAWindowOfUsualSize) {
       if (action->isSeparator() || !action->isVisible()) continue;
       const QWidget* button = bar->widgetForAction(action);
       ASSERT_NE(button, nullptr);
-      EXPECT_TRUE(button->isVisible() && bar->rect().contains(button->geometry()))
-          << action->objectName().toStdString();
+      const auto isSeen = [&] {
+        return button->isVisible() && bar->rect().contains(button->geometry());
+      };
+      EXPECT_TRUE(WindowBench::waitFor(isSeen)) << action->objectName().toStdString();
     }
   }
 }

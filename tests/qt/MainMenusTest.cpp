@@ -118,12 +118,19 @@ TEST(StatusLine, tellsHintToolCountsAndWhatThePointerIsOver) {
     return bench.window->findChild<QLabel*>(name)->text().toStdString();
   };
   canvas::DiagramControl& canvas = bench.document->canvas();
-  canvas.NodeEnter("order");
+  canvas.getNode("order")->bounds({3000, 3000, 3000, 1500});
+  QWidget& viewport = *bench.window->editor().view().viewport();
+  const QPointF at(300, 250);
+  QMouseEvent move(QEvent::MouseMove, at, viewport.mapToGlobal(at), Qt::NoButton, Qt::NoButton,
+                   Qt::NoModifier);
+  QApplication::sendEvent(&viewport, &move);
   EXPECT_EQ(text("StatusHint"), "Order: 1 attribute, 0 operations");
   canvas.Hint("Drag to the other class");
   EXPECT_EQ(text("StatusHint"), "Drag to the other class");
-  canvas.NodeLeave("order");
   canvas.Hint("");
+  EXPECT_EQ(text("StatusHint"), "Order: 1 attribute, 0 operations");
+  QEvent leave(QEvent::Leave);
+  QApplication::sendEvent(&viewport, &leave);
   EXPECT_EQ(text("StatusHint"), "");
   EXPECT_EQ(text("StatusTool"), "Select");
   bench.button("NewClass").trigger();

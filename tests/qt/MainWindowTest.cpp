@@ -130,6 +130,20 @@ TEST(MainWindow, keepsTheWindowOpenWhenSavingFails) {
   EXPECT_TRUE(bench.document->isModified());
 }
 
+TEST(MainWindow, aDragThatIsTakenBackIsNoChange) {
+  const WindowBench bench;
+  bench.drawSample();
+  bench.shell->chosenFiles.emplace_back(bench.path("a.dim"));
+  ASSERT_TRUE(bench.document->save());
+  canvas::DiagramControl& canvas = bench.document->canvas();
+  const platform::Point title = canvas.getNode("order")->titleArea().center();
+  canvas.PointerPress(title.x, title.y, "", "");
+  canvas.PointerMove(title.x + 900, title.y + 900, "");
+  EXPECT_TRUE(bench.document->isModified());
+  canvas.KeyPress("Escape", "");
+  EXPECT_FALSE(bench.document->isModified());
+}
+
 TEST(MainWindow, keepsTheDiagramWhenOpeningFails) {
   const struct {
     const char* name;

@@ -1,5 +1,6 @@
 #include <QComboBox>
 #include <QFile>
+#include <QMessageBox>
 #include <QPrintPreviewDialog>
 #include <QPrintPreviewWidget>
 #include <QPrinter>
@@ -105,6 +106,28 @@ TEST_F(PrintingTest, thePreviewOffersTheChoiceAndKeepsIt) {
   EXPECT_EQ(fitted, 1);
   EXPECT_EQ(tiled, 4);
   EXPECT_TRUE(QSettings().value("print/tiled").toBool());
+}
+
+TEST_F(PrintingTest, aPersonHearsOfPaperThatCannotBeReached) {
+  const QString file = bench.folder.filePath("no/such/folder/out.pdf");
+  QString told;
+  QTimer::singleShot(0, [&] {
+    auto* dialog = qobject_cast<QPrintPreviewDialog*>(QApplication::activeModalWidget());
+    ASSERT_NE(dialog, nullptr);
+    QTimer::singleShot(0, [&] {
+      const auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+      if (!box) return;
+      told = box->text();
+      QApplication::activeModalWidget()->close();
+    });
+    QPrinter printer;
+    printer.setOutputFormat(QPrinter::PdfFormat);
+    printer.setOutputFileName(file);
+    Q_EMIT dialog->paintRequested(&printer);
+    dialog->close();
+  });
+  bench.button("PrintPreview").trigger();
+  EXPECT_TRUE(told.contains(file)) << told.toStdString();
 }
 
 TEST_F(PrintingTest, thePrintDialogOffersTheChoice) {

@@ -57,7 +57,10 @@ class AnsweringShell : public qt::QtShell {
       doing(*dialog);
       if (open && open->isVisible()) open->close();
     });
+    const QPointer<QWidget> front = QApplication::activeWindow();
     qt::QtShell::runForm(name, form);
+    // Not every platform gives the keyboard back to the window before.
+    if (front) front->activateWindow();
   }
 
  private:
@@ -105,9 +108,15 @@ struct WindowBench {
   /// The keyboard is the window's.
   void activate() const {
     window->activateWindow();
+    static_cast<void>(waitFor([&] { return window->isActiveWindow(); }));
+  }
+  /// What a window manager has to answer first comes true in the end, or does not.
+  template <class Condition>
+  [[nodiscard]] static bool waitFor(Condition&& isTrue) {
     QElapsedTimer waited;
     waited.start();
-    while (!window->isActiveWindow() && waited.elapsed() < 3000) QApplication::processEvents();
+    while (!isTrue() && waited.elapsed() < 3000) QApplication::processEvents();
+    return isTrue();
   }
   /// Presses a key where the keyboard is.
   static void type(int key, const QString& text = {},

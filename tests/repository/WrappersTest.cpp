@@ -141,6 +141,23 @@ TEST_F(Wrappers, savePointsByTheirPlace) {
   }
 }
 
+TEST_F(Wrappers, areNeverWithoutWhatTheyPair) {
+  const auto isRefused = [](platform::Object& wrapper, const char* member,
+                            const platform::Value& value) {
+    const platform::Value before = wrapper.get(member);
+    EXPECT_THROW(wrapper.set(member, value), platform::Error) << member;
+    EXPECT_EQ(wrapper.get(member), before);
+  };
+  const auto wrapper = bench.editor->GetClassFromNode("A");
+  const auto association = drawn("Association");
+  isRefused(*wrapper, "clsObject", {});
+  isRefused(*wrapper, "clsObject", platform::Value(association->clsObject()));
+  isRefused(*wrapper, "Node", {});
+  isRefused(*association, "clsObject", {});
+  isRefused(*association, "clsObject", platform::Value(wrapper->clsObject()));
+  isRefused(*association, "link", {});
+}
+
 TEST(StoredTwips, roundTiesToEvenAndOverflow) {
   EXPECT_EQ(storedTwips(10.5), 10);
   EXPECT_EQ(storedTwips(11.5), 12);

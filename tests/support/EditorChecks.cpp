@@ -9,21 +9,26 @@ using platform::Ref;
 
 namespace {
 
-std::string checkBoxes(const EditorBench& bench) {
+Ref<platform::Element> find(editor::CLSEditor& editor, std::string_view type,
+                            std::string_view identifier) {
+  return editor.Repository()->MetaNodes(type)->find(identifier);
+}
+
+std::string checkBoxes(editor::CLSEditor& editor) {
   std::string wrong;
-  for (auto& box : each<platform::DiagramNode>(bench.editor->diagram()->getAllNodes())) {
+  for (auto& box : each<platform::DiagramNode>(editor.diagram()->getAllNodes())) {
     const std::string key = box.key();
-    const auto wrapper = bench.editor->GetClassFromNode(key);
+    const auto wrapper = editor.GetClassFromNode(key);
     if (!wrapper) {
       wrong += "box " + key + " has no wrapper\n";
     } else if (wrapper->Node().get() != &box) {
       wrong += "the wrapper of box " + key + " has another box\n";
-    } else if (wrapper->clsObject() != bench.find("Class", key)) {
+    } else if (wrapper->clsObject() != find(editor, "Class", key)) {
       wrong += "box " + key + " shows what the model does not have\n";
     }
   }
-  for (auto& one : each<platform::Node>(bench.store->MetaNodes("Class")->extension())) {
-    if (!bench.box(one.identifier())) wrong += "class " + one.identifier() + " is not drawn\n";
+  for (auto& one : each<platform::Node>(editor.Repository()->MetaNodes("Class")->extension())) {
+    if (!editor.diagram()->getNode(one.identifier())) wrong += "class " + one.identifier() + " is not drawn\n";
   }
   return wrong;
 }
@@ -42,25 +47,25 @@ std::string modelEnds(const platform::Node& relationship) {
   return keys;
 }
 
-std::string checkLines(const EditorBench& bench) {
+std::string checkLines(editor::CLSEditor& editor) {
   std::string wrong;
-  for (auto& line : each<platform::DiagramLink>(bench.editor->diagram()->getAllLinks())) {
+  for (auto& line : each<platform::DiagramLink>(editor.diagram()->getAllLinks())) {
     const std::string key = line.key();
-    const auto wrapper = bench.editor->GetAssociationFromLink(key);
+    const auto wrapper = editor.GetAssociationFromLink(key);
     if (!wrapper || wrapper->link().get() != &line) {
       wrong += "line " + key + " has no wrapper\n";
       continue;
     }
     const auto node = wrapper->clsObject();
-    if (bench.find(node->Parent()->name(), key) != node) {
+    if (find(editor, node->Parent()->name(), key) != node) {
       wrong += "line " + key + " shows what the model does not have\n";
     } else if (modelEnds(*node) != line.source()->key() + '>' + line.target()->key() + '>') {
       wrong += "line " + key + " joins other classes than " + modelEnds(*node) + '\n';
     }
   }
   for (const char* kind : {"Association", "Aggregation", "Generalization"}) {
-    for (auto& one : each<platform::Node>(bench.store->MetaNodes(kind)->extension())) {
-      if (!bench.line(one.identifier())) wrong += std::string(kind) + " is not drawn\n";
+    for (auto& one : each<platform::Node>(editor.Repository()->MetaNodes(kind)->extension())) {
+      if (!editor.diagram()->getLink(one.identifier())) wrong += std::string(kind) + " is not drawn\n";
     }
   }
   return wrong;
@@ -68,8 +73,8 @@ std::string checkLines(const EditorBench& bench) {
 
 }  // namespace
 
-std::string checkAgreement(const EditorBench& bench) {
-  return checkBoxes(bench) + checkLines(bench);
+std::string checkAgreement(editor::CLSEditor& editor) {
+  return checkBoxes(editor) + checkLines(editor);
 }
 
 }  // namespace brisel::test
