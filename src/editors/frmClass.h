@@ -62,7 +62,7 @@ class frmClass : public Form {
   platform::Ref<controls::Button> m_allAttributes =
       platform::make<controls::Button>("All &attributes");
   platform::Ref<controls::Button> m_allOperations =
-      platform::make<controls::Button>("All &operations");
+      platform::make<controls::Button>("All o&perations");
   platform::Ref<controls::Panel> m_data = platform::make<controls::Panel>();
   platform::Ref<controls::Button> m_ok = platform::make<controls::Button>("&Ok");
   platform::Ref<controls::Button> m_cancel = platform::make<controls::Button>("&Cancel");

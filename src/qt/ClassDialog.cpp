@@ -35,11 +35,11 @@ ClassDialog::ClassDialog(const platform::Ref<editors::frmClass>& form, QWidget* 
 void ClassDialog::addMembers(QVBoxLayout& column, const QString& title,
                              const platform::Ref<controls::ListView>& list,
                              const platform::Ref<controls::Button>& all) {
+  auto* button = new ButtonWidget(all, column.parentWidget());
+  button->setAutoDefault(false);
   auto* members = new ListViewWidget(list, column.parentWidget());
   members->setAccessibleName(title);
   members->setObjectName(title);
-  auto* button = new ButtonWidget(all, column.parentWidget());
-  button->setAutoDefault(false);
   auto* heading = new QHBoxLayout;
   heading->addWidget(new QLabel(title, column.parentWidget()), 1);
   heading->addWidget(button);

@@ -8,6 +8,7 @@
 #include "platform/Geometry.h"
 #include "qt/ControlState.h"
 #include "qt/ListModel.h"
+#include "qt/TickStyle.h"
 
 namespace brisel::qt {
 
@@ -20,6 +21,7 @@ ListViewWidget::ListViewWidget(platform::Ref<controls::ListView> list, QWidget* 
   setEditTriggers(NoEditTriggers);
   setVerticalScrollMode(ScrollPerPixel);
   header()->setStretchLastSection(false);
+  setStyle(&tickStyle());
   setModel(m_model);
   m_reveal.setSingleShot(true);
   m_reveal.setInterval(0);

@@ -5,6 +5,7 @@
 
 #include "qt/ControlState.h"
 #include "qt/Text.h"
+#include "qt/TickStyle.h"
 
 namespace brisel::qt {
 
@@ -16,6 +17,7 @@ OptionGroupWidget::OptionGroupWidget(platform::Ref<controls::OptionGroup> group,
   int index = 0;
   for (const std::string& caption : m_group->captions()) {
     auto* button = new QRadioButton(toQt(caption), this);
+    button->setStyle(&tickStyle());
     m_buttons.addButton(button, index++);
     row->addWidget(button);
   }

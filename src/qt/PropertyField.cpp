@@ -9,6 +9,7 @@
 #include <array>
 
 #include "qt/Text.h"
+#include "qt/TickStyle.h"
 
 namespace brisel::qt {
 
@@ -39,6 +40,7 @@ QString textOf(const Value& value) { return toQt(value.text()); }
 
 QWidget* makeTick(const PropertyFormat&, QWidget* parent, FieldEdited edited) {
   auto* field = new QCheckBox(parent);
+  field->setStyle(&tickStyle());
   QObject::connect(field, &QCheckBox::clicked, field,
                    [edited = std::move(edited)](bool ticked) { edited(ticked); });
   return field;

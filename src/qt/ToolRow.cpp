@@ -2,6 +2,7 @@
 
 #include <QAction>
 #include <QKeyEvent>
+#include <QLayout>
 #include <QToolButton>
 #include <array>
 
@@ -39,6 +40,7 @@ ToolRow::ToolRow(platform::Ref<controls::ToolBarControl> tools, std::string_view
     : QToolBar(parent), m_tools(std::move(tools)), m_band(band) {
   setToolButtonStyle(Qt::ToolButtonTextOnly);
   setMovable(false);
+  layout()->setContentsMargins(0, 0, 0, 0);
   m_layoutChanged = m_tools->LayoutChanged.connect([this] { follow(); });
   follow();
 }

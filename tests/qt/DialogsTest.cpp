@@ -6,6 +6,8 @@
 #include <gtest/gtest.h>
 
 #include "WindowBench.h"
+#include "editors/frmClass.h"
+#include "editors/frmClassControl.h"
 #include "qt/ListEditorWidget.h"
 #include "qt/PropertyWidget.h"
 
@@ -152,6 +154,58 @@ TEST_F(DialogsTest, aNameOfBlanksIsRefusedWhereItStands) {
   });
   bench.document->editor().EditStereotypes();
   EXPECT_EQ(stereotypes(), "<NONE> fine");
+}
+
+TEST_F(DialogsTest, aNewClassIsNamedAndItsMembersTicked) {
+  const auto form = platform::make<editors::frmClass>(bench.registry);
+  form->SetClassnameLabel("Name of superclass:");
+  form->Prepare(*bench.document->editor().GetClassFromNode("order"));
+  bench.shell->inForms.emplace_back([&](QWidget& dialog) {
+    EXPECT_EQ(QApplication::focusWidget()->accessibleName(), "Name of superclass");
+    WindowBench::press(Qt::Key_Return);
+    WindowBench::write("Numbered");
+    WindowBench::press(Qt::Key_Return);
+    EXPECT_EQ(bench.shell->asked.size(), 2U) << "neither a name nor a member";
+    EXPECT_TRUE(dialog.isVisible());
+    tab(2);
+    EXPECT_EQ(QApplication::focusWidget()->accessibleName(), "Attributes");
+    for (int i = 0; i < 3; ++i) WindowBench::press(Qt::Key_Space);
+    EXPECT_EQ(form->Attributes()->tickedRows()->Count(), 1) << "ticked, unticked, ticked";
+    WindowBench::press(Qt::Key_O, Qt::AltModifier);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !dialog.isVisible(); }));
+  });
+  bench.shell->runForm("frmClass", *form);
+  EXPECT_TRUE(form->Accepted());
+  EXPECT_EQ(form->ClassName()->Text(), "Numbered");
+  bench.shell->inForms.emplace_back([](QWidget&) { WindowBench::press(Qt::Key_Escape); });
+  bench.shell->runForm("frmClass", *form);
+  EXPECT_FALSE(form->Accepted());
+}
+
+TEST_F(DialogsTest, aClassIsEditedInADialogOfItsOwn) {
+  const auto form = platform::make<editors::frmClassControl>(bench.registry);
+  editors::CLSClassControl& control = *form->CLSClassControl1();
+  control.Repository(model.get());
+  control.Class(bench.document->editor().GetClassFromNode("order").get());
+  control.Prepare();
+  bench.shell->inForms.emplace_back([&](QWidget& dialog) {
+    WindowBench::press(Qt::Key_PageDown, Qt::ControlModifier);
+    WindowBench::write("second");
+    tab(2);
+    WindowBench::write("int");
+    WindowBench::press(Qt::Key_Return);
+    EXPECT_EQ(control.Attributes()->rowCount(), 2U);
+    tab(4);
+    EXPECT_EQ(QApplication::focusWidget()->accessibleName(), "Attributes");
+    WindowBench::press(Qt::Key_Down);
+    WindowBench::press(Qt::Key_Return);
+    EXPECT_TRUE(control.Property()->Visible());
+    WindowBench::press(Qt::Key_Escape);
+    EXPECT_TRUE(dialog.isVisible()) << "one step back";
+    WindowBench::press(Qt::Key_Escape);
+    EXPECT_FALSE(dialog.isVisible());
+  });
+  bench.shell->runForm("frmClassControl", *form);
 }
 
 /// A form that the shell has no dialog for.

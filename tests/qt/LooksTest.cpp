@@ -8,6 +8,7 @@
 
 #include "WindowBench.h"
 #include "controls/ToolBarControl.h"
+#include "editors/frmClass.h"
 #include "qt/ClassPane.h"
 #include "qt/NameBox.h"
 #include "qt/PopupMenu.h"
@@ -144,7 +145,7 @@ std::string clippedIn(const QWidget& window) {
 
 /// Each page of the class editor and each dialog, filled.
 TEST(Looks, ofTheEditors) {
-  const WindowBench bench;
+  WindowBench bench;
   bench.drawSample();
   editor::CLSEditor& editor = bench.document->editor();
   fillModel(*editor.CLSRepository());
@@ -180,7 +181,6 @@ TEST(Looks, ofTheEditors) {
     keepPane("docked");
     pane->Close();
     bench.shell->inForms.emplace_back([&](QWidget& dialog) {
-      QApplication::processEvents();
       keep(dialog.grab().toImage(), ("relationship" + suffix).c_str());
       EXPECT_EQ(clippedIn(dialog), "");
       dialog.findChild<QTabBar*>()->setCurrentIndex(1);
@@ -189,6 +189,17 @@ TEST(Looks, ofTheEditors) {
       EXPECT_EQ(clippedIn(dialog), "");
     });
     editor.EditAssociation("lines");
+    const auto form = platform::make<editors::frmClass>(bench.registry);
+    form->Caption("Split class Order");
+    form->SetClassnameLabel("Name of splitted class:");
+    form->SetInformation("Check attributes/operation which are moved into the other class.");
+    form->Prepare(*editor.GetClassFromNode("order"));
+    form->AllOperations()->Click();
+    bench.shell->inForms.emplace_back([&](QWidget& dialog) {
+      keep(dialog.grab().toImage(), ("split" + suffix).c_str());
+      EXPECT_EQ(clippedIn(dialog), "");
+    });
+    bench.shell->runForm("frmClass", *form);
     bench.shell->inForms.emplace_back([&](QWidget& dialog) {
       keep(dialog.grab().toImage(), ("stereotypes" + suffix).c_str());
       EXPECT_EQ(clippedIn(dialog), "");
