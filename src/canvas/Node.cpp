@@ -54,6 +54,7 @@ Node::Node(std::string_view key, std::string_view text, const Rect& bounds, std:
   checkReach(bounds);
   m_key = key;
   m_bounds = {bounds.left, bounds.top, std::max(0.0, bounds.width), std::max(0.0, bounds.height)};
+  m_ownSize = m_bounds.size();
   m_sections.reserve(sections);
   for (std::size_t i = 0; i < sections; ++i) {
     m_sections.push_back(platform::make<canvas::Section>(*this));
@@ -92,6 +93,7 @@ void Node::bounds(const Rect& bounds) {
   if (wanted.size() != m_bounds.size()) {
     const Size needed = neededSize();
     m_fits = false;
+    m_ownSize = wanted.size();
     m_grows = wanted.width >= needed.width && wanted.height >= needed.height;
   }
   place(wanted);
@@ -158,8 +160,8 @@ void Node::contentChanged() {
     place({m_bounds.left, m_bounds.top, size.width, size.height});
   } else if (m_grows) {
     const Size size = neededSize();
-    place({m_bounds.left, m_bounds.top, std::max(m_bounds.width, size.width),
-           std::max(m_bounds.height, size.height)});
+    place({m_bounds.left, m_bounds.top, std::max(m_ownSize.width, size.width),
+           std::max(m_ownSize.height, size.height)});
   }
   if (scene()) scene()->touched(*this);
 }

@@ -33,8 +33,8 @@ class Node : public platform::DiagramNode, public Item {
   void setItem(std::string_view name, platform::Object* object) override;
   [[nodiscard]] platform::Rect bounds() const override;
   /// An Error (invalidCall) for what is not a number or lies out of all reach. Sets fit-to-text
-  /// off when the size is another. A box that is large enough for its text grows with the text, and
-  /// never shrinks by itself; one that is made too small for it stays as small as that.
+  /// off when the size is another. A box that is large enough for its text grows and shrinks with
+  /// the text, not below this size; one that is made too small for it stays as small as that.
   void bounds(const platform::Rect& bounds) override;
   [[nodiscard]] std::int64_t fillColor() const override { return m_fillColor; }
   void fillColor(std::int64_t color) override;
@@ -104,6 +104,7 @@ class Node : public platform::DiagramNode, public Item {
   bool m_fits = false;
   int m_updates = 0;
   bool m_isStale = false;  ///< content changed during an update
+  platform::Size m_ownSize;  ///< as it was set: below it the box does not go with its text
   bool m_grows = true;  ///< shows all of its text, and will
   int m_titleColumns = 0;
   int m_titleLineCount = 1;

@@ -127,7 +127,7 @@ std::string Combo::Text() const {
 }
 
 Ref<Node> Combo::selection() const {
-  if (m_isTyping) return find(m_typed);
+  if (const NodeRef typed = m_isTyping ? find(m_typed) : NodeRef()) return typed;
   return m_selection && isInRepository(*m_selection) ? m_selection : NodeRef();
 }
 
@@ -171,8 +171,8 @@ void Combo::Type(std::string_view text) {
 
 void Combo::Enter(std::string_view text) {
   if (!Enabled()) return;
-  if (platform::trimmed(text).empty()) return cancelTyping();
-  const std::string wanted(text);
+  const std::string wanted(platform::trimmed(text));
+  if (wanted.empty()) return cancelTyping();
   if (const NodeRef node = findNow(wanted)) return choose(node);
   Type(wanted);
   Entered(wanted);

@@ -34,8 +34,11 @@ class Combo : public Control {
 
   /// What is in the field: the text that was typed, or else the text of what is selected.
   [[nodiscard]] std::string Text() const;
-  /// The selected node. While a person types, the entry of the very text typed, or nothing.
+  /// The selected node. While a person types, the entry of the very text typed; one that is typed in
+  /// part, or is none, changes nothing.
   [[nodiscard]] NodeRef selection() const;
+  /// Whether the field says what is selected, and is not on the way to something else.
+  [[nodiscard]] bool saysSelection() const { return !m_isTyping || find(m_typed); }
   /// Selected by the program, nothing for none: raises Changed only. What was typed is gone.
   void selection(platform::Node* node);
 
@@ -45,7 +48,7 @@ class Combo : public Control {
   void Choose(std::string_view text);
   /// What is in the field while typing; nothing is chosen by it.
   void Type(std::string_view text);
-  /// Ends the typing: chooses the entry of exactly that text when there is one, else raises Entered
+  /// Ends the typing: chooses the entry of that text, without blanks around it, when there is one, else raises Entered
   /// so that the owner may make one. A text of blanks alone gives the selection back, as
   /// `cancelTyping` does.
   void Enter(std::string_view text);

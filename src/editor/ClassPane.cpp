@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "controls/Row.h"
 #include "editor/Busy.h"
 #include "editor/CLSEditor.h"
 #include "editors/frmStereotype.h"
@@ -70,6 +71,14 @@ void CLSEditor::EditAssociation(Text key) {
     if (!edited) {
       throw platform::Error(platform::ErrorNumber::notFound,
                             "No relationship is drawn under the key " + std::string(key));
+    }
+    if (!controls::isInRepository(*edited->clsObject())) {
+      throw platform::Error(platform::ErrorNumber::notFound,
+                            "The relationship " + std::string(key) + " has left the model");
+    }
+    if (m_association && m_association->Visible()) {
+      throw platform::Error(platform::ErrorNumber::invalidCall,
+                            "A relationship is being edited already");
     }
     const std::string shown(key);
     CommitClassName();

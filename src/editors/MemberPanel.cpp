@@ -133,18 +133,25 @@ void MemberPanel::select(Link& link) {
 void MemberPanel::addEntered() {
   const std::string text = name->Text();
   if (text.find(';') == std::string::npos) return add(text);
+  bool edited = false;
   std::string_view rest = text;
   while (true) {
     const std::size_t end = rest.find(';');
-    if (const Text piece = platform::trimmed(rest.substr(0, end)); !piece.empty()) add(piece);
-    if (end == std::string_view::npos) return;
+    const Text piece = platform::trimmed(rest.substr(0, end));
+    if (!piece.empty()) edited |= addOne(piece);
+    if (end == std::string_view::npos) break;
     rest.remove_prefix(end + 1);
   }
+  if (edited) Edited();
 }
 
 void MemberPanel::add(Text memberName) {
+  if (addOne(memberName)) Edited();
+}
+
+bool MemberPanel::addOne(Text memberName) {
   const Ref<Node> dataType = type->selection();
-  if (!dataType || !m_owner || !controls::isInRepository(*m_owner)) return;
+  if (!dataType || !m_owner || !controls::isInRepository(*m_owner)) return false;
   const auto chosen = scope->value();
   const Text word = chosen < 0 ? Text() : kScopes[static_cast<std::size_t>(chosen)];
   if (const auto known = find(memberName)) {
@@ -152,7 +159,7 @@ void MemberPanel::add(Text memberName) {
   } else {
     m_kind.add(*m_repository, m_owner->identifier(), memberName, word, dataType->identifier());
   }
-  Edited();
+  return true;
 }
 
 void MemberPanel::update(Link& ownership, Text scopeWord, Node& dataType) {

@@ -75,10 +75,12 @@ class MemberPanel {
   /// The model changed.
   void follow(const platform::Change& change);
 
-  platform::Event<> Edited;  ///< a member was added, updated or deleted here
+  platform::Event<> Edited;  ///< once for several pieces; a member was added, updated or deleted here
 
  private:
   void select(platform::Link& link);
+  /// False when nothing was done.
+  bool addOne(std::string_view name);
   void update(platform::Link& ownership, std::string_view scopeWord, platform::Node& dataType);
   [[nodiscard]] platform::Ref<platform::Link> find(std::string_view name) const;
   void followNode(platform::Node& node, const platform::Change& change);

@@ -161,7 +161,7 @@ void ComboWidget::settle() {
     m_completion.reset();
     setEditText(text);
   }
-  if (m_unknown == Unknown::refused && !m_combo->selection()) m_combo->cancelTyping();
+  if (m_unknown == Unknown::refused && !m_combo->saysSelection()) m_combo->cancelTyping();
 }
 
 void ComboWidget::keyPressEvent(QKeyEvent* event) {

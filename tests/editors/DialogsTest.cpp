@@ -99,6 +99,27 @@ TEST_F(DialogsTest, captionsAndTabsFollowTheKind) {
   EXPECT_EQ(messages.size(), 1U);
 }
 
+TEST_F(DialogsTest, aStereotypeTypedInPartIsNotTaken) {
+  editor->CreateAssociation("a", "", "", "A", "B");
+  const auto entity = model->MakeStereotype("entity", "entity", "");
+  model->SetStereotype(*find("Association", "a"), entity.get());
+  const auto stereotype = [&] {
+    Ref<platform::Link> link;
+    return model->GetStereotype(*find("Association", "a"), link);
+  };
+  for (const char* typed : {"ent", "nothing like it", ""}) {
+    answer({step({"CLSAssociationControl1.CLSSelectStereotype1.Combo1", "SetText", typed}),
+            step({"Ok", "Click"})});
+    editor->EditAssociation("a");
+    EXPECT_EQ(stereotype(), entity) << typed;
+  }
+  answer({step({"CLSAssociationControl1.CLSSelectStereotype1.Combo1", "SetText", "<NONE>"}),
+          step({"Ok", "Click"})});
+  editor->EditAssociation("a");
+  EXPECT_EQ(stereotype()->name(), "<NONE>");
+  EXPECT_EQ(answered, "frmAssociation:Ok frmAssociation:Ok frmAssociation:Ok frmAssociation:Ok ");
+}
+
 TEST_F(DialogsTest, cancelDiscardsNothing) {
   editor->CreateGeneralization("g", "", "", "A", "B");
   answer({step({"CLSAssociationControl1.PropertyAssociation(0)", "Edit", "Intention", "why"}),
