@@ -212,8 +212,9 @@ TEST_F(DispatchTest, whatWentBehindTheEditorsBackCanStillBeTakenAway) {
   std::string left;
   const auto listening =
       editor->ClassLeave.connect([&](const std::string& key) { left += key + ' '; });
-  const platform::Point middle = box("A")->bounds().center();
-  canvas.PointerMove(middle.x, middle.y);
+  box("A")->bounds({0, 0, 3000, 1500});
+  box("B")->bounds({9000, 0, 3000, 1500});
+  canvas.PointerMove(1500, 300);
   model->DeleteAssociation("r");
   model->DeleteClass("A");
   canvas.NodeRenaming("A");
