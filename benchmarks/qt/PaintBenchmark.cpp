@@ -1,4 +1,3 @@
-#include <QGuiApplication>
 #include <QImage>
 #include <QPainter>
 #include <QStaticText>
@@ -8,6 +7,7 @@
 
 #include <benchmark/benchmark.h>
 
+#include "qt/BenchApplication.h"
 #include "qt/DiagramPicture.h"
 #include "support/GeneratedDiagram.h"
 
@@ -21,15 +21,6 @@ using platform::Rect;
 
 constexpr QSize kScreen{1920, 1080};
 constexpr int kClasses = 10000;
-
-QGuiApplication& application() {
-  qputenv("QT_QPA_PLATFORM", "offscreen");
-  static int count = 1;
-  static char name[] = "benchmark";
-  static char* arguments[] = {name, nullptr};
-  static QGuiApplication app(count, arguments);
-  return app;
-}
 
 /// A window of the screen's size onto the diagram.
 struct Screen {

@@ -1,6 +1,7 @@
 #!/bin/sh
 # Makes the pictures of the README from the program as it is now, so that they stay true.
-# For a developer; needs xvfb, openbox, xdotool and ImageMagick's import.
+# For a developer; needs xvfb, openbox, xdotool, ImageMagick and, for the property editors, the
+# window tests.
 set -eu
 here="$(cd "$(dirname "$0")" && pwd)"
 root="$(cd "$here/../.." && pwd)"
@@ -51,7 +52,20 @@ drawing() {
     kill $program $manager' sh "$program" "$here/$1"
 }
 
+# editors: the property editors on a light or a dark desktop, as the window tests leave them.
+editors() (
+  QT_QPA_PLATFORM=offscreen "$tests" --gtest_filter=Looks.ofTheEditors >/dev/null 2>&1
+  cd "$(dirname "$(dirname "$tests")")"
+  made() { for name; do echo "looks-$name-$shade-1.png"; done; }
+  for shade in light dark; do
+    montage $(made class attributes member operations parameters relationship source stereotypes) \
+      -tile 4x -geometry +12+12 -background "#9aa3ad" "$here/editors-$shade.png"
+  done
+)
+
 window window.png 1440x960 1
 window window-200.png 2880x1920 2
 drawing drawing.png
-echo "$here/window.png, window-200.png and drawing.png"
+tests="${BRISEL_TESTS:-$root/build/dev/bin/test_qt}"
+[ -x "$tests" ] && editors || echo "make_pictures.sh: no window tests were built" >&2
+echo "made in $here"

@@ -80,7 +80,7 @@ void CLSClassControl::connect() {
     on(tools->ToolClick, "ToolClick", [this](const std::string& tool) { toolClicked(tool); });
   }
   for (MemberPanel* panel : {&m_attributes, &m_operations, &m_parameters}) {
-    on(panel->Edited, "Edited", [this] { memberEdited(); });
+    on(panel->Edited, "Edited", [this, panel] { memberEdited(panel == &m_attributes); });
     on(panel->list->RowOpened, "RowOpened",
        [this, panel](platform::Link& row) { openProperties(row, *panel); });
   }
@@ -195,9 +195,14 @@ void CLSClassControl::follow(const Change& change) {
   for (MemberPanel* panel : {&m_attributes, &m_operations, &m_parameters}) panel->follow(change);
 }
 
-void CLSClassControl::memberEdited() {
+/// Only the rows of that kind differ; parameters stand in those of their operations.
+void CLSClassControl::memberEdited(bool isAttribute) {
   if (!m_class) return;
-  m_class->Populate();
+  if (isAttribute) {
+    m_class->populateAttributes();
+  } else {
+    m_class->populateOperations();
+  }
   Edited();
 }
 
@@ -267,7 +272,8 @@ void CLSClassControl::closeProperties() {
   if (!m_memberPanel->Visible()) return;
   m_memberGrid->apply();
   m_memberPanel->Visible(false);
-  memberEdited();
+  const Ref<platform::Node> member = m_memberGrid->node();
+  memberEdited(member && member->Parent()->name() == platform::types::kAttrib);
 }
 
 void CLSClassControl::editParameters() {

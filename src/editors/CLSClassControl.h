@@ -103,7 +103,7 @@ class CLSClassControl : public controls::Control {
   void release();
   [[nodiscard]] platform::Node* node() const;
   void follow(const platform::Change& change);
-  void memberEdited();
+  void memberEdited(bool isAttribute);
   void toolClicked(const std::string& tool);
   void showTab();
   void openProperties(platform::Link& row, MemberPanel& panel);

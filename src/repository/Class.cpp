@@ -83,7 +83,7 @@ void Class::Populate() {
   m_box->fillColor(platform::kButtonFaceColor);
   const std::string stereotype = stereotypeLabel(shown);
   m_box->text(stereotype.empty() ? shown.name() : stereotype + "\r\n" + shown.name());
-  populateAttributes(stereotypeName(shown) == kEnumeration);
+  populateAttributes();
   populateOperations();
 }
 
@@ -92,7 +92,9 @@ std::string Class::GetString(Text text, std::int32_t width) const {
   return std::string(text).append(static_cast<std::size_t>(missing), ' ');
 }
 
-void Class::populateAttributes(bool isEnumeration) {
+void Class::populateAttributes() {
+  const BoxUpdate update(*m_box);
+  const bool isEnumeration = stereotypeName(node()) == kEnumeration;
   const auto section = m_box->Section(0);
   section->clearRows();
   const auto links = node().outgoing(types::kClassHasAttrib);
@@ -112,6 +114,7 @@ void Class::populateAttributes(bool isEnumeration) {
 }
 
 void Class::populateOperations() {
+  const BoxUpdate update(*m_box);
   const auto section = m_box->Section(1);
   section->clearRows();
   const auto links = node().outgoing(types::kClassHasOperation);

@@ -41,6 +41,9 @@ class Class : public platform::Object {
   /// Fills the box: title, a row "marker name:type" an attribute, one an operation. An Error of
   /// the repository when an attribute or parameter has no data type.
   void Populate();
+  /// Half of it, for members of one kind.
+  void populateAttributes();
+  void populateOperations();
   /// The text with blanks at its end until it is `width` characters long.
   [[nodiscard]] std::string GetString(Text text, std::int32_t width) const;
 
@@ -48,8 +51,6 @@ class Class : public platform::Object {
 
  private:
   [[nodiscard]] platform::Node& node() const;
-  void populateAttributes(bool isEnumeration);
-  void populateOperations();
   [[nodiscard]] std::string operationText(const platform::Node& operation) const;
 
   platform::Ref<platform::DiagramNode> m_box;

@@ -173,6 +173,12 @@ TEST_F(ClassEditingTest, makesATypeThatIsTyped) {
   WindowBench::press(Qt::Key_Tab);
   EXPECT_EQ(pane.AttributeType()->selection()->name(), "Text") << "what is seen is what counts";
   EXPECT_EQ(attributes(), "number:int when:Ti") << "leaving the field changes no member";
+  WindowBench::press(Qt::Key_T, Qt::AltModifier);
+  WindowBench::write("Money");
+  WindowBench::press(Qt::Key_Tab);
+  EXPECT_EQ(type.currentText(), "Money") << "nothing typed is lost";
+  WindowBench::press(Qt::Key_A, Qt::AltModifier);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return attributes() == "number:int when:Money"; }));
 }
 
 TEST_F(ClassEditingTest, editsParametersOverTheOperations) {

@@ -149,8 +149,10 @@ TEST(Looks, ofTheEditors) {
   bench.drawSample();
   editor::CLSEditor& editor = bench.document->editor();
   fillModel(*editor.CLSRepository());
+  editor.GetClassFromNode("order")->Populate();
+  bench.button("LayoutHierarchy").trigger();
   const auto pane = editor.CLSClassControl1();
-  const ClassPane& shown = bench.window->editor().classPane();
+  ClassPane& shown = bench.window->editor().classPane();
   const QPalette before = QApplication::palette();
   bench.activate();
   for (const bool dark : {false, true}) {
@@ -158,7 +160,7 @@ TEST(Looks, ofTheEditors) {
     const std::string suffix = dark ? "-dark" : "-light";
     const auto keepPane = [&](const char* name) {
       QApplication::processEvents();
-      keep(bench.window->grab().toImage(), (name + suffix).c_str());
+      keep(shown.grab().toImage(), (name + suffix).c_str());
       EXPECT_EQ(clippedIn(shown), "") << name;
     };
     editor.EditClass("order");
@@ -179,6 +181,7 @@ TEST(Looks, ofTheEditors) {
     editor.ActiveBar21()->Click("miPopupProperties");
     pane->TabStrip1()->Choose("Attributes");
     keepPane("docked");
+    keep(bench.window->grab().toImage(), ("beside" + suffix).c_str());
     pane->Close();
     bench.shell->inForms.emplace_back([&](QWidget& dialog) {
       keep(dialog.grab().toImage(), ("relationship" + suffix).c_str());
