@@ -116,7 +116,8 @@ void CLSClassControl::Prepare() {
 
 void CLSClassControl::prepare() {
   if (!m_repository) {
-    throw platform::Error(platform::ErrorNumber::objectMissing, "The class editor has no repository");
+    throw platform::Error(platform::ErrorNumber::objectMissing,
+                          "The class editor has no repository");
   }
   const Ref<platform::Node> shown = m_class->clsObject();
   const auto model = m_repository ? m_repository->GetRepository() : nullptr;

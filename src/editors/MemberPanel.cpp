@@ -132,7 +132,8 @@ void MemberPanel::select(Link& link) {
 
 void MemberPanel::addEntered() {
   // A type that was typed and left is as good as one that was entered.
-  if (const std::string typed = type->Text(); !type->selection() && !platform::trimmed(typed).empty()) {
+  if (const std::string typed = type->Text();
+      !type->selection() && !platform::trimmed(typed).empty()) {
     enterType(typed);
   }
   const std::string text = name->Text();

@@ -31,7 +31,7 @@ class NameBox : public TextBoxWidget {
 
   QAbstractScrollArea& m_view;
   double m_points = 0;
-  double m_column = 1;     ///< width of a character in pixels
+  double m_column = 1;  ///< width of a character in pixels
 };
 
 }  // namespace brisel::qt

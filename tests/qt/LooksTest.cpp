@@ -112,7 +112,8 @@ void fillModel(repository::CLSRepository& model) {
   const auto text = model.MakeDataType("Text", "", "");
   const auto date = model.MakeDataType("Date", "", "");
   platform::Ref<platform::Link> link;
-  for (const char* name : {"customer", "ordered", "delivered", "aNameThatIsLongerThanItsColumnIs"}) {
+  for (const char* name :
+       {"customer", "ordered", "delivered", "aNameThatIsLongerThanItsColumnIs"}) {
     model.AddAttributeS("order", name, date->identifier(), link);
   }
   for (const char* name : {"add", "total", "remove"}) {

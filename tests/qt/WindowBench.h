@@ -47,12 +47,14 @@ class AnsweringShell : public qt::QtShell {
   std::optional<std::string> askOpenFile(const platform::FileDialog&) override { return file(); }
   std::optional<std::string> askSaveFile(const platform::FileDialog&) override { return file(); }
   void runForm(std::string_view name, platform::Object& form) override {
-    const auto doing = inForms.empty() ? std::function<void(QWidget&)>([](QWidget&) {}) : take(inForms);
+    const auto doing =
+        inForms.empty() ? std::function<void(QWidget&)>([](QWidget&) {}) : take(inForms);
     QTimer::singleShot(0, [doing] {
       QWidget* dialog = QApplication::activeModalWidget();
       ASSERT_NE(dialog, nullptr);
       dialog->activateWindow();
-      ASSERT_TRUE(QTest::qWaitFor([&] { return dialog->isAncestorOf(QApplication::focusWidget()); }));
+      ASSERT_TRUE(
+          QTest::qWaitFor([&] { return dialog->isAncestorOf(QApplication::focusWidget()); }));
       const QPointer<QWidget> open(dialog);
       doing(*dialog);
       if (open && open->isVisible()) open->close();
