@@ -192,6 +192,10 @@ void CLSClassControl::follow(const Change& change) {
       return;
     }
     if (&change.element == m_parameters.owner().get()) closeParameters();
+    if (&change.element == m_memberGrid->node().get()) {
+      m_memberGrid->clear();
+      m_memberPanel->Visible(false);
+    }
   }
   for (MemberPanel* panel : {&m_attributes, &m_operations, &m_parameters}) panel->follow(change);
 }

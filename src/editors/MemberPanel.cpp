@@ -132,9 +132,10 @@ void MemberPanel::select(Link& link) {
 
 void MemberPanel::addEntered() {
   // A type that was typed and left is as good as one that was entered.
-  if (const std::string typed = type->Text();
-      !type->selection() && !platform::trimmed(typed).empty()) {
-    enterType(typed);
+  if (!type->saysSelection()) {
+    const std::string field = type->Text();
+    const Text typed = platform::trimmed(field);
+    if (!typed.empty()) enterType(typed);
   }
   const std::string text = name->Text();
   if (text.find(';') == std::string::npos) return add(text);

@@ -184,6 +184,16 @@ TEST_F(CLSClassControlTest, propertiesAreWrittenWhenTheyAreClosed) {
   EXPECT_EQ(namesIn(*pane.Attributes()), "strange");
 }
 
+TEST_F(CLSClassControlTest, theMembersPropertiesGoWithTheMember) {
+  pane.Attributes()->Open(1);
+  pane.Property1()->Edit("Name", "late");
+  model->DeleteAttribute(attribute("number")->identifier());
+  EXPECT_FALSE(pane.Property()->Visible());
+  pane.PropertyOk()->Click();
+  EXPECT_EQ(attributes(), "");
+  EXPECT_TRUE(messages.empty());
+}
+
 TEST_F(CLSClassControlTest, aClassThatGoesIsLetGoOf) {
   for (const auto& remove : std::vector<std::function<void()>>{
            [&] { editor->DeleteClass("Order"); }, [&] { model->DeleteClass("Order"); },
