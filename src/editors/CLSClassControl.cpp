@@ -121,7 +121,7 @@ void CLSClassControl::prepare() {
   }
   const Ref<platform::Node> shown = m_class->clsObject();
   const auto model = m_repository ? m_repository->GetRepository() : nullptr;
-  if (!shown || !model) {
+  if (!shown || !model || !controls::isInRepository(*shown)) {
     throw platform::Error(platform::ErrorNumber::objectMissing,
                           "The class pane needs a repository and a class of it");
   }
