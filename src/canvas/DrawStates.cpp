@@ -133,6 +133,7 @@ void DrawLinkState::release(const PointerEvent& event) {
   const Ref<Node> source = m_source;
   const Ref<Node> target = m_reason.empty() ? m_target : nullptr;
   m_owner.rest();
+  m_owner.tellHint();  // before a dialog of who keeps the model
   if (target) m_owner.control().drawLink(*source, *target);
 }
 

@@ -29,13 +29,10 @@ class Interaction::Dispatch {
     const bool scrollingChanged = std::exchange(m_owner.m_shownScrolling, scrolls) != scrolls;
     const CursorShape cursor = m_owner.cursor();
     const bool cursorChanged = std::exchange(m_owner.m_shownCursor, cursor) != cursor;
-    std::string hint = m_owner.m_state->hint();
     const bool isHeld = std::exchange(m_owner.m_holdsHint, false);
-    const bool hintChanged = !isHeld && m_owner.m_shownHint != hint;
-    if (hintChanged) m_owner.m_shownHint = hint;
     if (cursorChanged) m_owner.m_control.CursorChanged();
     if (scrollingChanged) m_owner.m_control.AutoScrollChanged();
-    if (hintChanged) m_owner.m_control.Hint(hint);
+    if (!isHeld) m_owner.tellHint();
   }
 
  private:

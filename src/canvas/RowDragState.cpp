@@ -58,7 +58,8 @@ void RowDragState::release(const PointerEvent& event) {
   const bool drops = m_allowed && !isHome();
   m_owner.rest();
   m_owner.tellHint();
-  if (drops && m_node->scene()) m_owner.control().ItemDropped(m_node->key(), m_row.tag, event.at.x, event.at.y);
+  if (!drops || !m_node->scene()) return;
+  m_owner.control().ItemDropped(m_node->key(), m_row.tag, event.at.x, event.at.y);
 }
 
 void RowDragState::cancel() { m_before.restore(); }
