@@ -142,6 +142,9 @@ class CLSEditor : public platform::Object {
   [[nodiscard]] platform::Rect diagramBounds() const { return m_diagramBounds; }
   /// A key was released over the control or its tool bars: "F1" shows the help, others nothing.
   void KeyUp(Text key);
+  /// Writes what was typed so far, the name in place and what is pending in the class pane, which
+  /// stays open.
+  void finishEditing();
   /// Writes geometry and view settings into the model, as every save does before the export.
   /// Errors pass to the caller.
   void storeDiagram();
@@ -191,6 +194,7 @@ class CLSEditor : public platform::Object {
   void layoutHierarchically();
   void SyncViewButtons();
   void SyncCategoryButtons();
+  void showPressed(Text button, bool pressed);
 
   // Answers to the canvas.
   void nodeCreated(const std::string& key);

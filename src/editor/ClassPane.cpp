@@ -55,6 +55,17 @@ void CLSEditor::closePane() {
   m_activeBar->showBand(kPropertyBand, false);
 }
 
+void CLSEditor::finishEditing() {
+  trap("finishEditing", [this] {
+    CommitClassName();
+    const auto edited = m_classControl->Class();
+    if (!edited) return;
+    const auto before = model().changeCount();
+    m_classControl->writePending();
+    if (model().changeCount() != before) ClassChanged(edited->clsObject()->identifier());
+  });
+}
+
 /// What is pending in the pane is written.
 void CLSEditor::finishPane() {
   const auto edited = m_classControl->Class();

@@ -99,7 +99,6 @@ void CLSEditor::toggleCategory(const std::string& key) {
   } else {
     m_view.show(key);
   }
-  closePane();
   m_diagram->Clear();
   saveView();
   Populate();
@@ -109,15 +108,10 @@ void CLSEditor::toggleCategory(const std::string& key) {
 void CLSEditor::SyncModeButtons() {
   const bool selects = m_diagram->Mode() == "select";
   const bool draws = m_diagram->GetDiagram()->get("CanDrawLink").isTrue();
-  const auto sync = [this](Text key, bool pressed) {
-    if (pressed) {
-      m_diagram->PressButton(key);
-    } else {
-      m_diagram->ReleaseButton(key);
-    }
-  };
-  sync("Select", selects && !draws);
-  for (const KindRow& row : kindRows()) sync(row.key, selects && draws && row.kind == m_kind);
+  showPressed("Select", selects && !draws);
+  for (const KindRow& row : kindRows()) {
+    showPressed(row.key, selects && draws && row.kind == m_kind);
+  }
 }
 
 void CLSEditor::ShowPopupMenu(Text what) {

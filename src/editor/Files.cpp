@@ -32,7 +32,7 @@ void CLSEditor::OpenDiagram() {
 
 void CLSEditor::SaveDiagram() {
   try {
-    CommitClassName();
+    finishEditing();
     storeDiagram();
     if (m_repositoryFileName.empty()) {
       const auto path = m_registry.shell().askSaveFile(kDiagramFiles);

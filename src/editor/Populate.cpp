@@ -229,7 +229,6 @@ void CLSEditor::saveView() {
 void CLSEditor::Clear() {
   trap("Clear", [this] {
     CommitClassName();
-    closePane();
     m_diagram->SelectMode();
     m_diagram->Clear();
     m_programmatic = false;
@@ -237,25 +236,22 @@ void CLSEditor::Clear() {
 }
 
 void CLSEditor::SyncViewButtons() {
-  const auto sync = [this](Text key, bool pressed) {
-    if (pressed) {
-      m_diagram->PressButton(key);
-    } else {
-      m_diagram->ReleaseButton(key);
-    }
-  };
-  sync("ViewAttributes", m_view.attributes());
-  sync("ViewOperations", m_view.operations());
-  sync("ViewParameters", m_view.parameters());
+  showPressed("ViewAttributes", m_view.attributes());
+  showPressed("ViewOperations", m_view.operations());
+  showPressed("ViewParameters", m_view.parameters());
 }
 
 void CLSEditor::SyncCategoryButtons() {
   for (const std::string& category : m_view.categories()) {
-    if (m_view.isShown(category)) {
-      m_diagram->PressButton(category);
-    } else {
-      m_diagram->ReleaseButton(category);
-    }
+    showPressed(category, m_view.isShown(category));
+  }
+}
+
+void CLSEditor::showPressed(Text button, bool pressed) {
+  if (pressed) {
+    m_diagram->PressButton(button);
+  } else {
+    m_diagram->ReleaseButton(button);
   }
 }
 

@@ -115,10 +115,6 @@ void CLSClassControl::Prepare() {
 }
 
 void CLSClassControl::prepare() {
-  if (!m_repository) {
-    throw platform::Error(platform::ErrorNumber::objectMissing,
-                          "The class editor has no repository");
-  }
   const Ref<platform::Node> shown = m_class->clsObject();
   const auto model = m_repository ? m_repository->GetRepository() : nullptr;
   if (!shown || !model || !controls::isInRepository(*shown)) {
@@ -151,21 +147,23 @@ void CLSClassControl::Finish(platform::DiagramControl* diagram) {
 }
 
 void CLSClassControl::finish(platform::DiagramControl* diagram) {
-  const Ref<platform::Node> shown = m_class->clsObject();
-  const Ref<repository::Class> wrapper = m_class;
   m_following.disconnect();
-  const bool writes = shown && m_repository && controls::isInRepository(*shown);
-  if (writes) {
-    Ref<platform::Link> link;
-    const auto chosen = m_stereotype->Selection();
-    if (m_repository->GetStereotype(*shown, link) != chosen) {
-      m_repository->SetStereotype(*shown, chosen.get());
-    }
-    m_classGrid->apply();
-    wrapper->Populate();
-    if (diagram) diagram->refresh();
-  }
+  writePending();
+  if (diagram) diagram->refresh();
   release();
+}
+
+void CLSClassControl::writePending() {
+  const Ref<platform::Node> shown = node();
+  if (!shown || !m_repository || !controls::isInRepository(*shown)) return;
+  const Ref<repository::Class> wrapper = m_class;
+  Ref<platform::Link> link;
+  const auto chosen = m_stereotype->Selection();
+  if (m_repository->GetStereotype(*shown, link) != chosen) {
+    m_repository->SetStereotype(*shown, chosen.get());
+  }
+  m_classGrid->apply();
+  wrapper->Populate();
 }
 
 /// Everything is empty, and no class is shown any more.
@@ -224,33 +222,30 @@ void CLSClassControl::AddParameter(Text name) {
 }
 
 void CLSClassControl::toolClicked(const std::string& tool) {
-  const auto newAttribute = [this] {
-    m_attributes.name->Text("");
-    m_attributes.resetScope();
-    m_attributes.forgetCurrent();
+  struct Row {
+    Text key;
+    MemberPanel CLSClassControl::*panel;
+    void (MemberPanel::*command)();
   };
-  if (tool == "miAttrNew" || tool == "miOperationNew") {
-    newAttribute();  // of operations too: what the tool has always done
-  } else if (tool == "miParameterNew") {
-    m_parameters.name->Text("");
-    m_parameters.forgetCurrent();
-  } else if (tool == "miAttrAdd") {
-    m_attributes.addEntered();
-  } else if (tool == "miOperationAdd") {
-    m_operations.addEntered();
-  } else if (tool == "miParameterAdd") {
-    m_parameters.addEntered();
-  } else if (tool == "miAttrDelete") {
-    m_attributes.removeEntered();
-  } else if (tool == "miOperationDelete") {
-    m_operations.removeEntered();
-  } else if (tool == "miParameterDelete") {
-    m_parameters.removeEntered();
-  } else if (tool == "miOperationParameters") {
-    editParameters();
-  } else if (tool == "miParameterOk") {
-    closeParameters();
+  using C = CLSClassControl;
+  using M = MemberPanel;
+  // New Operation empties the fields of attributes: what the tool has always done.
+  static constexpr std::array kRows = {
+      Row{"miAttrNew", &C::m_attributes, &M::startNew},
+      Row{"miAttrAdd", &C::m_attributes, &M::addEntered},
+      Row{"miAttrDelete", &C::m_attributes, &M::removeEntered},
+      Row{"miOperationNew", &C::m_attributes, &M::startNew},
+      Row{"miOperationAdd", &C::m_operations, &M::addEntered},
+      Row{"miOperationDelete", &C::m_operations, &M::removeEntered},
+      Row{"miParameterNew", &C::m_parameters, &M::startNew},
+      Row{"miParameterAdd", &C::m_parameters, &M::addEntered},
+      Row{"miParameterDelete", &C::m_parameters, &M::removeEntered},
+  };
+  for (const Row& row : kRows) {
+    if (row.key == tool) return ((this->*row.panel).*row.command)();
   }
+  if (tool == "miOperationParameters") editParameters();
+  if (tool == "miParameterOk") closeParameters();
 }
 
 void CLSClassControl::showTab() {

@@ -50,6 +50,10 @@ class CLSClassControl : public controls::Control {
   /// The class's box on the canvas, or nothing.
   [[nodiscard]] platform::Ref<platform::DiagramNode> Node() const;
 
+  /// Writes the stereotype and the class's own properties as they stand; editing goes on. A class
+  /// that left the model is not written to.
+  void writePending();
+
   // The controls by their names.
   template <class T>
   using Ref = platform::Ref<T>;

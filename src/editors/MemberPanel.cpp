@@ -93,12 +93,16 @@ MemberPanel::MemberPanel(const MemberKind& kind) : m_kind(kind) {
 
 void MemberPanel::prepare(CLSRepository& repository, Text iconFolder) {
   m_repository = &repository;
-  forgetCurrent();
-  resetScope();
+  startNew();
   type->create();
   type->fill(*repository.GetRepository()->MetaNodes(types::kDataType)->extension(), "Name");
   showColumns(*list, m_kind, iconFolder);
+}
+
+void MemberPanel::startNew() {
   name->Text("");
+  scope->value(0);
+  m_currentKey.clear();
 }
 
 void MemberPanel::show(Node* owner) {
@@ -183,7 +187,7 @@ Ref<Link> MemberPanel::find(Text memberName) const {
 }
 
 void MemberPanel::removeEntered() {
-  forgetCurrent();
+  m_currentKey.clear();
   if (!m_owner || !controls::isInRepository(*m_owner)) return;
   const auto known = find(name->Text());
   if (!known) return;

@@ -59,8 +59,8 @@ class MemberPanel {
   /// Identifier of the member that was selected last; empty after New and Delete.
   [[nodiscard]] const std::string& currentKey() const { return m_currentKey; }
   void currentKey(std::string_view key) { m_currentKey = key; }
-  void forgetCurrent() { m_currentKey.clear(); }
-  void resetScope() { scope->value(0); }
+  /// Empties the name, sets the first scope, and no member is the current one.
+  void startNew();
 
   /// Adds or updates what the name field says: pieces between ";" one by one, trimmed, empty ones
   /// left out; a text without ";" as it stands.

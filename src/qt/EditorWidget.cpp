@@ -46,9 +46,10 @@ void EditorWidget::setStrip(QWidget* strip) {
   static_cast<QVBoxLayout*>(layout())->insertWidget(1, strip);
 }
 
-void EditorWidget::finishNaming() {
+void EditorWidget::finishEditing() {
   const platform::Ref<controls::TextBox> box = m_editor->ClassName();
   if (box->Visible()) box->LeaveFocus();
+  m_editor->finishEditing();
 }
 
 void EditorWidget::resizeEvent(QResizeEvent* event) {

@@ -30,8 +30,8 @@ class EditorWidget : public QWidget {
   [[nodiscard]] QAction* action(std::string_view key) const;
   /// A strip that stands between tool bar and canvas from now on.
   void setStrip(QWidget* strip);
-  /// What is being typed becomes the class's name, as when the keyboard goes elsewhere.
-  void finishNaming();
+  /// What is typed so far is written to the model: the name in place, what is pending in the pane.
+  void finishEditing();
 
  protected:
   void resizeEvent(QResizeEvent* event) override;

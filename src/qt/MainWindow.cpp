@@ -116,7 +116,7 @@ void MainWindow::showHelp(const std::string& page) {
 }
 
 void MainWindow::newDiagram() {
-  m_editor->finishNaming();
+  m_editor->finishEditing();
   if (!mayReplaceDiagram()) return;
   m_messages->hide();
   m_document.create();
@@ -124,7 +124,7 @@ void MainWindow::newDiagram() {
 }
 
 void MainWindow::askAndOpen() {
-  m_editor->finishNaming();
+  m_editor->finishEditing();
   if (!mayReplaceDiagram()) return;
   const auto file = m_shell->askOpenFile({"Open diagram", kModelFilter, ".dim", m_document.path()});
   if (file) openFiles({*file});
@@ -151,14 +151,14 @@ void MainWindow::openFiles(const std::vector<std::string>& files) {
 }
 
 void MainWindow::save(bool askForFile) {
-  m_editor->finishNaming();
+  m_editor->finishEditing();
   const bool done = askForFile ? m_document.saveAs() : m_document.save();
   if (done) m_messages->hide();
   refreshState();
 }
 
 void MainWindow::exportPicture() {
-  m_editor->finishNaming();
+  m_editor->finishEditing();
   const QString suggestion = QFileInfo(toQt(m_document.path())).path() + '/' +
                              QFileInfo(toQt(m_document.title())).completeBaseName() + ".svg";
   const auto file =
@@ -184,7 +184,7 @@ bool MainWindow::mayReplaceDiagram() {
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {
-  m_editor->finishNaming();
+  m_editor->finishEditing();
   if (!mayReplaceDiagram()) {
     event->ignore();
     return;
@@ -201,7 +201,7 @@ void MainWindow::dropEvent(QDropEvent* event) {
   const std::vector<std::string> files = localFiles(*event->mimeData());
   if (files.empty()) return;
   event->acceptProposedAction();
-  m_editor->finishNaming();
+  m_editor->finishEditing();
   if (mayReplaceDiagram()) openFiles(files);
 }
 

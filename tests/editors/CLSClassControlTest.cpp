@@ -184,6 +184,21 @@ TEST_F(CLSClassControlTest, propertiesAreWrittenWhenTheyAreClosed) {
   EXPECT_EQ(namesIn(*pane.Attributes()), "strange");
 }
 
+TEST_F(CLSClassControlTest, aSaveTakesWhatIsPendingAlong) {
+  pane.PropertyClass()->Edit("Description", "What was ordered");
+  pane.AttributeName()->SetText("half typ");
+  pane.TabStrip1()->Choose("Attributes");
+  editor->RepositoryFileName(testing::TempDir() + "brisel_pending.dim");
+  editor->SaveDiagram();
+  EXPECT_EQ(order->GetProperty("Description").text(), "What was ordered");
+  EXPECT_EQ(told, "Order ");
+  EXPECT_TRUE(pane.Visible());
+  EXPECT_EQ(pane.AttributeName()->Text(), "half typ") << "editing goes on";
+  EXPECT_EQ(pane.TabStrip1()->selected(), "Attributes");
+  editor->SaveDiagram();
+  EXPECT_EQ(told, "Order ") << "nothing was pending any more";
+}
+
 TEST_F(CLSClassControlTest, theMembersPropertiesGoWithTheMember) {
   pane.Attributes()->Open(1);
   pane.Property1()->Edit("Name", "late");

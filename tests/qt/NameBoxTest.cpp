@@ -149,7 +149,7 @@ TEST_F(NameBoxTest, tellsOnceWhenTheKeyboardGoesElsewhere) {
   EXPECT_NE(log.find("left"), std::string::npos);
   box.Visible(false);
   begin();
-  bench.window->editor().finishNaming();
+  bench.window->editor().finishEditing();
   EXPECT_EQ(log, "left ");
 }
 
