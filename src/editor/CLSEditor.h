@@ -245,6 +245,7 @@ class CLSEditor : public platform::Object {
   void showInPane(repository::Class& shown);
   void finishPane();
   void paneEdited();
+  [[nodiscard]] AssociationRef editableAssociation(Text key);
   void refreshStereotypes();
   void closePane();
   void PlaceClassEditor();
