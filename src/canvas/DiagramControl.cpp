@@ -281,6 +281,17 @@ Ref<platform::DiagramNode> DiagramControl::nodeAt(Point point) {
   return {};
 }
 
+Ref<Collection> DiagramControl::nodesIn(const platform::Rect& area) {
+  std::vector<const Node*> nodes;
+  std::vector<const Link*> links;
+  m_scene.itemsIn(area, nodes, links);
+  auto covered = make<ObjectList>();
+  for (const Node* node : nodes) {
+    if (node->bounds().intersects(area)) covered->add(const_cast<Node*>(node));
+  }
+  return covered;
+}
+
 void DiagramControl::showHint(std::string_view text) {
   const Ref<DiagramControl> self(this);
   m_interaction->showHint(text);

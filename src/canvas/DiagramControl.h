@@ -121,6 +121,7 @@ class DiagramControl : public platform::DiagramControl {
   [[nodiscard]] platform::Ref<platform::Collection> getSelectedNodes() override;
   [[nodiscard]] platform::Ref<platform::Collection> getSelectedLinks() override;
   [[nodiscard]] platform::Ref<platform::DiagramNode> nodeAt(platform::Point point) override;
+  [[nodiscard]] platform::Ref<platform::Collection> nodesIn(const platform::Rect& area) override;
   /// Of a node, in the order of creation: those that end there, those that begin there. A link to
   /// its own node is among both.
   [[nodiscard]] platform::Ref<platform::Collection> getIncomingLinks(const platform::Value& node);

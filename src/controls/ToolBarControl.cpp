@@ -75,6 +75,10 @@ void ToolBarControl::caption(std::string_view bandKey, std::string_view caption)
   LayoutChanged();
 }
 
+std::string ToolBarControl::objection(std::string_view key) const {
+  return m_objections ? m_objections(key) : std::string();
+}
+
 bool ToolBarControl::isBandShown(std::string_view key) const {
   const Ref<Band> found = band(key);
   return found && found->visible();
@@ -142,6 +146,7 @@ const MemberTable& ToolBarControl::memberTable() const {
                                         .optional(1)
                                         .method("addLooseTool", &T::addLooseTool)
                                         .method("Click", &T::Click)
+                                        .method("objection", &T::objection)
                                         .property("PopupBand", &T::PopupBand)
                                         .method("RecalcLayout", &T::RecalcLayout)
                                         .method("KeyPress", &T::KeyPress)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -76,6 +77,10 @@ class ToolBarControl : public platform::ToolBarControl {
   [[nodiscard]] bool checked(std::string_view tool) const override;
   void enabled(std::string_view tool, bool enabled) override;
   void caption(std::string_view band, std::string_view caption) override;
+  void objections(std::function<std::string(std::string_view)> rule) override {
+    m_objections = std::move(rule);
+  }
+  [[nodiscard]] std::string objection(std::string_view tool) const;
   void showBand(std::string_view key, bool show) override;
   [[nodiscard]] bool isBandShown(std::string_view key) const override;
   void popUp(std::string_view band) override;
@@ -98,6 +103,7 @@ class ToolBarControl : public platform::ToolBarControl {
   platform::ComponentRegistry& m_registry;
   std::vector<platform::Ref<Band>> m_bands;
   std::vector<platform::Ref<Tool>> m_tools;
+  std::function<std::string(std::string_view)> m_objections;
   std::string m_tag;
   std::string m_popupBand;
 };

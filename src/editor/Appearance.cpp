@@ -115,20 +115,22 @@ void CLSEditor::storePoints() {
 }
 
 void CLSEditor::SynchronizeDataTypes() {
-  trap("SynchronizeDataTypes", [this] {
-    const auto classes = model().MetaNodes(types::kClass);
-    try {
-      for (const auto& one : watch().takeClassesToSynchronize()) {
-        if (classes->find(one->identifier()) != one) continue;  // gone meanwhile
-        const std::string name = one->name();
-        if (m_repository->SearchObject(types::kDataType, "Name", name)) continue;
-        m_repository->MakeDataType(name, "", "");
-      }
-    } catch (...) {
-      m_watch.leave();  // what was not reached is not forgotten
-      throw;
+  trap("SynchronizeDataTypes", [this] { synchronizeDataTypes(); });
+}
+
+void CLSEditor::synchronizeDataTypes() {
+  const auto classes = model().MetaNodes(types::kClass);
+  try {
+    for (const auto& one : watch().takeClassesToSynchronize()) {
+      if (classes->find(one->identifier()) != one) continue;  // gone meanwhile
+      const std::string name = one->name();
+      if (m_repository->SearchObject(types::kDataType, "Name", name)) continue;
+      m_repository->MakeDataType(name, "", "");
     }
-  });
+  } catch (...) {
+    m_watch.leave();  // what was not reached is not forgotten
+    throw;
+  }
 }
 
 }  // namespace brisel::editor

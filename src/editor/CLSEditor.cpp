@@ -100,6 +100,7 @@ void CLSEditor::connectCanvas() {
   const auto keyUp = [this](const std::string& key) { KeyUp(key); };
   m_connections.push_back(m_diagram->KeyReleased.connect(keyUp));
   m_connections.push_back(m_activeBar->KeyReleased.connect(keyUp));
+  m_activeBar->objections([this](Text tool) { return objection(tool, m_activeBar->Tag()); });
   m_diagram->linkRule([this](Text link, Text source, Text target) {
     return trap("LinkRule", [&] { return refusal(link, source, target); });
   });
@@ -143,6 +144,7 @@ void CLSEditor::terminate() {
     removeFromHost();
   });
   m_connections.clear();
+  m_activeBar->objections({});
   m_diagram->linkRule({});
   m_diagram->dropRule({});
   m_watch.leave();

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstdint>
+#include <functional>
 #include <set>
 #include <string>
 #include <string_view>
@@ -21,7 +22,16 @@
 #include "repository/CLSRepository.h"
 #include "repository/Class.h"
 
+namespace brisel::editors {
+class frmClass;
+}
+namespace brisel::repository {
+class MovedAssociation;
+}
+
 namespace brisel::editor {
+
+struct RelationshipType;
 
 /// The class-diagram editor: owns the canvas, the tool-bar control, the class pane, the in-place
 /// text box and the one CLSRepository through which every change of the model goes.
@@ -116,6 +126,21 @@ class CLSEditor : public platform::Object {
   /// Makes sure that every class is also a data type of the same name.
   void SynchronizeDataTypes();
 
+  // Refactorings. None asks for confirmation but by its dialog, and none can be undone; where one
+  // does not apply it does nothing.
+  /// Turns a relationship into another kind, on the same line, or into an attribute of the whole:
+  /// "ToAssociation", "ToSharedAggregation", "ToCompositeAggregation", "ToGeneralization",
+  /// "ToAttribute". The source of a line is the whole and the sub class, its target the part and
+  /// the super class.
+  void MorphingAssoc(Text key, Text typ);
+  /// "Split" or "SplitSemantic".
+  void MorphingClass(Text key, Text kind);
+  /// Asks for a name and for members, which move to a new class of that name beside the old one;
+  /// with `semantic` the new class becomes the super class of the old one.
+  void SplitClass(Text key, bool semantic);
+  /// Asks for an attribute, which becomes a class of its own, part of the class that had it.
+  void ExtractAttribute(Text key);
+
   // Files.
   void OpenDiagram();
   void SaveDiagram();
@@ -142,6 +167,11 @@ class CLSEditor : public platform::Object {
   [[nodiscard]] platform::Rect diagramBounds() const { return m_diagramBounds; }
   /// A key was released over the control or its tool bars: "F1" shows the help, others nothing.
   void KeyUp(Text key);
+  /// Why the tool's command would do nothing to the element: a short sentence for a menu. Empty
+  /// where it would do something, and for a tool that is not known.
+  [[nodiscard]] std::string objection(Text tool, Text element);
+  /// How many relationships "SplitSemantic" and "Extract attribute" made so far.
+  [[nodiscard]] std::int64_t relationshipsExtracted() const { return m_relationshipsExtracted; }
   /// Writes what was typed so far, the name in place and what is pending in the class pane, which
   /// stays open.
   void finishEditing();
@@ -185,7 +215,7 @@ class CLSEditor : public platform::Object {
   void saveView();
   void drawModel();
   void drawClasses();
-  void drawRelationships(Text kind, Text sourceEnd, Text targetEnd);
+  void drawRelationships(const RelationshipType& drawnType);
   void restoreAreas();
   void placeBoxesWithoutArea(const std::set<std::string>& placed);
   void restorePoints();
@@ -263,13 +293,54 @@ class CLSEditor : public platform::Object {
   void sizeToFitTool(Text key, const ToolRow& row);
   void compartmentTool(Text key, const ToolRow& row);
   void propertyNodeTool(Text key, const ToolRow& row);
+  void morphTool(Text key, const ToolRow& row);
+  void splitTool(Text key, const ToolRow& row);
+  void extractTool(Text key, const ToolRow& row);
+  void mergeTool(Text key, const ToolRow& row);
+  [[nodiscard]] std::string morphObjection(Text key, const ToolRow& row);
+  [[nodiscard]] std::string splitObjection(Text key, const ToolRow& row);
+  [[nodiscard]] std::string extractObjection(Text key, const ToolRow& row);
+  [[nodiscard]] std::string mergeObjection(Text key, const ToolRow& row);
+
+  // Morphing one relationship.
+  void toAssociation(repository::Association& morphed);
+  void toSharedAggregation(repository::Association& morphed);
+  void toCompositeAggregation(repository::Association& morphed);
+  void toGeneralization(repository::Association& morphed);
+  void toAttribute(repository::Association& morphed);
+  using CopyProperties = std::function<void(platform::Node& from, platform::Node& to)>;
+  void replace(repository::Association& morphed, Text kind, const CopyProperties& copy);
+  platform::Ref<platform::Node> makeReplacement(const repository::Association& morphed, Text kind);
+
+  // Splitting, merging, extracting.
+  void split(repository::Class& old, editors::frmClass& answers, bool semantic);
+  void MergeClasses();
+  void merge(const std::vector<ClassRef>& merged, repository::Class& into);
+  void follow(const repository::MovedAssociation& moved);
+  void followAll(platform::Node& classNode);
+  ClassRef ExtractAttributeToClass(repository::Class& owner, platform::Link& attribute,
+                                   bool asComposite);
+
+  // What the refactorings share.
+  class Refill;
+  /// Nothing when it could not be made, which was told then.
+  ClassRef newClass(Text name, Text intention);
+  [[nodiscard]] std::string freshKey();
+  void refillAndFit(repository::Class& shown);
+  void placeBeside(platform::DiagramNode& box, const platform::DiagramNode& other, double gap);
+  void place(platform::DiagramNode& box, platform::Point corner, double gap);
+  void noteExtracted(repository::Association& relationship);
 
   // Shared steps.
   AssociationRef createLink(RelationshipKind kind, Text id, Text name, Text srcId, Text tgtId);
   void showCompartments(repository::Class& shown) const;
   void deleteRelationshipsOf(platform::Node& classNode);
   void deleteRelationship(platform::Node& relationship);
+  /// The stored geometry stays.
+  void takeRelationshipFromModel(platform::Node& relationship);
   [[nodiscard]] ClassRef drawnClass(Text key);
+  [[nodiscard]] AssociationRef drawnAssociation(Text key);
+  void synchronizeDataTypes();
   [[nodiscard]] platform::Ref<platform::DiagramNode> drawnNode(Text key) const;
   ModelWatch& watch();
   void deleteGeometryOf(Text key);
@@ -302,6 +373,7 @@ class CLSEditor : public platform::Object {
   /// The element that is being drawn. Set inside Populate's calls of the canvas, until the box or
   /// line is bound to it: what the host makes in answer is new.
   platform::Ref<platform::Node> m_drawn;
+  std::int64_t m_relationshipsExtracted = 0;
   int m_operationClasses = 0;  ///< classes made for operations that were dropped on empty canvas
   bool m_programmatic = false;
   bool m_terminated = false;

@@ -42,7 +42,9 @@ void CLSEditor::nodeCreated(const std::string& key) {
   try {
     bindClass(key, *box);
   } catch (...) {
-    m_diagram->deleteNode(key);  // a box without its class would be out of step with the model
+    // A box without its class would be out of step with the model. One that cannot be filled stays,
+    // with as much as could be shown.
+    if (!box->getItem(kClassItem)) m_diagram->deleteNode(key);
     throw;
   }
   if (!m_programmatic) BeginClassName(*box, kNewClass);

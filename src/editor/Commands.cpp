@@ -1,42 +1,18 @@
 // Creation and deletion by command, and the modes of the canvas.
 
-#include <algorithm>
-#include <array>
 #include <string>
 #include <vector>
 
 #include "controls/Row.h"
 #include "editor/Busy.h"
 #include "editor/CLSEditor.h"
+#include "editor/Relationships.h"
 
 namespace brisel::editor {
 
 using platform::each;
 using platform::Ref;
 namespace types = platform::types;
-
-namespace {
-
-/// How the relationships of a kind end at a class, and how one is deleted.
-struct RelationshipRow {
-  std::string_view kind;
-  std::array<std::string_view, 2> ends;
-  void (repository::CLSRepository::*remove)(std::string_view);
-};
-
-constexpr std::array kRelationships = {
-    RelationshipRow{types::kAssociation,
-                    {types::kAssociationSource, types::kAssociationTarget},
-                    &repository::CLSRepository::DeleteAssociation},
-    RelationshipRow{types::kAggregation,
-                    {types::kAggregationSource, types::kAggregationTarget},
-                    &repository::CLSRepository::DeleteAggregation},
-    RelationshipRow{types::kGeneralization,
-                    {types::kGeneralizationSuper, types::kGeneralizationSub},
-                    &repository::CLSRepository::DeleteGeneralization},
-};
-
-}  // namespace
 
 void CLSEditor::SelectMode() {
   trap("SelectMode", [this] { m_diagram->SelectMode(); });
@@ -111,9 +87,9 @@ void CLSEditor::DeleteClass(Text key) {
 }
 
 void CLSEditor::deleteRelationshipsOf(platform::Node& classNode) {
-  for (const RelationshipRow& row : kRelationships) {
+  for (const RelationshipType& row : kRelationshipTypes) {
     const auto type = model().MetaNodes(row.kind);
-    for (const Text end : row.ends) {
+    for (const Text end : {row.source, row.target}) {
       for (auto& link : each<platform::Link>(classNode.Incoming(end)->copy())) {
         const auto relationship = link.source();
         // One of the class with itself is met twice.
@@ -124,18 +100,19 @@ void CLSEditor::deleteRelationshipsOf(platform::Node& classNode) {
 }
 
 void CLSEditor::deleteRelationship(platform::Node& relationship) {
-  const std::string kind = relationship.Parent()->name();
-  const auto row = std::find_if(kRelationships.begin(), kRelationships.end(),
-                                [&](const RelationshipRow& one) { return one.kind == kind; });
+  takeRelationshipFromModel(relationship);
+  deleteGeometryOf(relationship.identifier());
+}
+
+void CLSEditor::takeRelationshipFromModel(platform::Node& relationship) {
+  const RelationshipType& type = relationshipTypeOf(relationship);
   const std::string identifier = relationship.identifier();
-  const auto hasEnd = [&](Text end) { return relationship.outgoing(end)->Count() > 0; };
   m_repository->SetStereotype(relationship, nullptr);
-  if (hasEnd(row->ends[0]) && hasEnd(row->ends[1])) {
-    (*m_repository.*row->remove)(identifier);
+  if (endOf(relationship, type.source) && endOf(relationship, type.target)) {
+    (*m_repository.*type.remove)(identifier);
   } else {
-    m_repository->RemoveObject(kind, identifier);
+    m_repository->RemoveObject(type.kind, identifier);
   }
-  deleteGeometryOf(identifier);
 }
 
 void CLSEditor::deleteSelection() {

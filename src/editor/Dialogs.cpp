@@ -9,17 +9,23 @@
 
 namespace brisel::editor {
 
-/// An Error for what cannot be edited now.
-CLSEditor::AssociationRef CLSEditor::editableAssociation(Text key) {
-  AssociationRef edited = GetAssociationFromLink(key);
-  if (!edited) {
+/// An Error for one that is not drawn or has left the model.
+CLSEditor::AssociationRef CLSEditor::drawnAssociation(Text key) {
+  AssociationRef drawn = GetAssociationFromLink(key);
+  if (!drawn) {
     throw platform::Error(platform::ErrorNumber::notFound,
                           "No relationship is drawn under the key " + std::string(key));
   }
-  if (!controls::isInRepository(*edited->clsObject())) {
+  if (!controls::isInRepository(*drawn->clsObject())) {
     throw platform::Error(platform::ErrorNumber::notFound,
                           "The relationship " + std::string(key) + " has left the model");
   }
+  return drawn;
+}
+
+/// An Error for what cannot be edited now.
+CLSEditor::AssociationRef CLSEditor::editableAssociation(Text key) {
+  AssociationRef edited = drawnAssociation(key);
   if (m_association && m_association->Visible()) {
     throw platform::Error(platform::ErrorNumber::invalidCall,
                           "A relationship is being edited already");

@@ -3,17 +3,20 @@
 #include <array>
 
 #include "editor/CLSEditor.h"
+#include "editor/Relationships.h"
 
 namespace brisel::editor {
 
 using platform::Arrow;
 
-/// A tool of the popup menus, its command, and what the command is told beside the element's key.
+/// A tool of the popup menus, its command, what the command is told beside the element's key, and
+/// what says when it would do nothing.
 struct CLSEditor::ToolRow {
   Text key;
   void (CLSEditor::*command)(Text element, const ToolRow& row);
   Text word = {};
   std::int64_t number = 0;
+  std::string (CLSEditor::*objection)(Text element, const ToolRow& row) = nullptr;
 };
 
 /// What a button says about the relationships that are drawn next, and how their ends look while
@@ -136,8 +139,19 @@ const CLSEditor::ToolRow* CLSEditor::toolRow(Text tool) {
       ToolRow{"miPopupProperties", &E::propertiesTool},
       ToolRow{"miPopupSizeToFit", &E::sizeToFitTool},
       ToolRow{"miPopupAssocEdit", &E::editAssociationTool},
+      // One key is spelled without its "h" on purpose.
+      ToolRow{"miMorpToAss", &E::morphTool, "ToAssociation", 0, &E::morphObjection},
+      ToolRow{"miMorphToAggShared", &E::morphTool, "ToSharedAggregation", 0, &E::morphObjection},
+      ToolRow{"miMorphToAggComposite", &E::morphTool, "ToCompositeAggregation", 0,
+              &E::morphObjection},
+      ToolRow{"miMorphToGen", &E::morphTool, "ToGeneralization", 0, &E::morphObjection},
+      ToolRow{"miMorphToAttr", &E::morphTool, "ToAttribute", 0, &E::morphObjection},
+      ToolRow{"miMorphClassSplit", &E::splitTool, "Split", 0, &E::splitObjection},
+      ToolRow{"miMorphClassSplitSemantic", &E::splitTool, "SplitSemantic", 0, &E::splitObjection},
       ToolRow{"miCompartmentsAttributes", &E::compartmentTool, "Attributes"},
       ToolRow{"miCompartmentsOperations", &E::compartmentTool, "Operations"},
+      ToolRow{"miMorphExtractAttribute", &E::extractTool, {}, 0, &E::extractObjection},
+      ToolRow{"miMorphMerge", &E::mergeTool, {}, 0, &E::mergeObjection},
       ToolRow{"Divide", &E::propertyNodeTool, {}, 1},
       ToolRow{"Assemble", &E::propertyNodeTool, {}, 2},
   };
@@ -160,10 +174,59 @@ void CLSEditor::propertiesTool(Text key, const ToolRow&) { ShowClassProperties(k
 void CLSEditor::sizeToFitTool(Text key, const ToolRow&) { SizeToFit(key); }
 void CLSEditor::propertyNodeTool(Text, const ToolRow& row) { PropertyNode(row.number); }
 
+void CLSEditor::morphTool(Text key, const ToolRow& row) { MorphingAssoc(key, row.word); }
+void CLSEditor::splitTool(Text key, const ToolRow& row) { MorphingClass(key, row.word); }
+void CLSEditor::extractTool(Text key, const ToolRow&) { ExtractAttribute(key); }
+void CLSEditor::mergeTool(Text, const ToolRow&) { MergeClasses(); }
+
 void CLSEditor::compartmentTool(Text key, const ToolRow& row) {
   const bool show = !m_activeBar->checked(row.key);
   m_activeBar->checked(row.key, show);
   ShowCompartments(key, row.word, show);
+}
+
+std::string CLSEditor::objection(Text tool, Text element) {
+  return trap("objection", [&]() -> std::string {
+    const ToolRow* row = toolRow(tool);
+    return row && row->objection ? (this->*row->objection)(element, *row) : std::string();
+  });
+}
+
+std::string CLSEditor::morphObjection(Text key, const ToolRow& row) {
+  const AssociationRef morphed = GetAssociationFromLink(key);
+  if (!morphed) return "Select one relationship";
+  const bool aggregation = morphed->isAggregation();
+  const bool composite = isComposite(*morphed);
+  if (row.word == "ToAssociation") {
+    return morphed->isAssociation() ? "It is an association already" : "";
+  }
+  if (row.word == "ToSharedAggregation") {
+    return aggregation && !composite ? "It is a shared aggregation already" : "";
+  }
+  if (row.word == "ToCompositeAggregation") {
+    return composite ? "It is a composite aggregation already" : "";
+  }
+  return composite ? "" : "Only a composite aggregation can become this";
+}
+
+std::string CLSEditor::splitObjection(Text key, const ToolRow&) {
+  const ClassRef shown = GetClassFromNode(key);
+  if (!shown) return "Select one class";
+  const auto node = shown->clsObject();
+  const bool hasMembers = node->outgoing(platform::types::kClassHasAttrib)->Count() > 0 ||
+                          node->outgoing(platform::types::kClassHasOperation)->Count() > 0;
+  return hasMembers ? "" : "The class has no members that could move";
+}
+
+std::string CLSEditor::extractObjection(Text key, const ToolRow&) {
+  const ClassRef shown = GetClassFromNode(key);
+  if (!shown) return "Select one class";
+  const auto attributes = shown->clsObject()->outgoing(platform::types::kClassHasAttrib);
+  return attributes->Count() > 0 ? "" : "The class has no attributes";
+}
+
+std::string CLSEditor::mergeObjection(Text, const ToolRow&) {
+  return m_diagram->getSelectedNodes()->Count() > 1 ? "" : "Select the classes to merge";
 }
 
 void CLSEditor::PropertyNode(std::int64_t no) {

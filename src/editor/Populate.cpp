@@ -9,6 +9,7 @@
 
 #include "editor/Busy.h"
 #include "editor/CLSEditor.h"
+#include "editor/Relationships.h"
 #include "platform/Shell.h"
 #include "repository/Positioner.h"
 
@@ -21,13 +22,6 @@ namespace types = platform::types;
 namespace {
 
 constexpr std::string_view kHierarchy = "%HIERARCHY%";
-
-/// The class at an end of a relationship; nothing where the relationship lacks that end.
-Ref<platform::Node> endOf(const platform::Node& relationship, std::string_view linkType) {
-  const auto links = relationship.outgoing(linkType);
-  if (links->Count() == 0) return {};
-  return static_cast<platform::Link&>(*links->Item(1)).Target();
-}
 
 using RankedPoints = std::vector<std::pair<std::int64_t, platform::Node*>>;
 
@@ -79,9 +73,7 @@ void CLSEditor::drawModel() {
   const Temporarily programmatic(m_programmatic, true);
   const CanvasUpdate update(*m_diagram);
   drawClasses();
-  drawRelationships(types::kAssociation, types::kAssociationSource, types::kAssociationTarget);
-  drawRelationships(types::kAggregation, types::kAggregationSource, types::kAggregationTarget);
-  drawRelationships(types::kGeneralization, types::kGeneralizationSub, types::kGeneralizationSuper);
+  for (const RelationshipType& type : kRelationshipTypes) drawRelationships(type);
   restoreAreas();
   restorePoints();
 }
@@ -98,12 +90,12 @@ void CLSEditor::drawClasses() {
   }
 }
 
-void CLSEditor::drawRelationships(Text kind, Text sourceEnd, Text targetEnd) {
-  const auto type = model().MetaNodes(kind);
+void CLSEditor::drawRelationships(const RelationshipType& drawnType) {
+  const auto type = model().MetaNodes(drawnType.kind);
   for (auto& relationship : each<platform::Node>(type->extension()->copy())) {
     if (type->find(relationship.identifier()) != &relationship) continue;
-    const auto source = endOf(relationship, sourceEnd);
-    const auto target = endOf(relationship, targetEnd);
+    const auto source = endOf(relationship, drawnType.source);
+    const auto target = endOf(relationship, drawnType.target);
     if (!source || !target) continue;
     const std::string sourceKey = source->identifier();
     const std::string targetKey = target->identifier();

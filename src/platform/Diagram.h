@@ -159,6 +159,8 @@ class DiagramControl : public Object {
 
   /// The node at a point of the canvas, or nothing.
   [[nodiscard]] virtual Ref<DiagramNode> nodeAt(Point point) = 0;
+  /// The nodes of which the area covers more than an edge, in the order of creation.
+  [[nodiscard]] virtual Ref<Collection> nodesIn(const Rect& area) = 0;
 
   /// What a person may join and drop; with no rule everything goes. Calls of `createLink` are not
   /// asked about.

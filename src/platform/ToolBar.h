@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -27,6 +28,9 @@ class ToolBarControl : public Object {
   /// An unknown key does nothing; so too for the three below.
   virtual void enabled(std::string_view tool, bool enabled) = 0;
   virtual void caption(std::string_view band, std::string_view caption) = 0;
+  /// Asked for each tool when a popup is shown: why its command would do nothing now, in a short
+  /// sentence, or empty. A tool that has an objection cannot be chosen there; `Click` does not ask.
+  virtual void objections(std::function<std::string(std::string_view tool)> rule) = 0;
   /// Shows or hides a docked band; raises BandShown or BandClosed when that changes it.
   virtual void showBand(std::string_view band, bool show) = 0;
   [[nodiscard]] virtual bool isBandShown(std::string_view band) const = 0;

@@ -21,6 +21,7 @@ class EditorWidget : public QWidget {
  public:
   explicit EditorWidget(editor::CLSEditor& editor, QWidget* parent = nullptr);
 
+  [[nodiscard]] editor::CLSEditor& editor() const { return *m_editor; }
   [[nodiscard]] CanvasToolBar& toolBar() const { return *m_toolBar; }
   [[nodiscard]] CanvasToolBar& drawingTools() const { return *m_drawingTools; }
   [[nodiscard]] DiagramView& view() const { return *m_view; }

@@ -5,6 +5,7 @@
 #include "qt/AssociationDialog.h"
 #include "qt/ClassControlDialog.h"
 #include "qt/ClassDialog.h"
+#include "qt/ExtractAttributeDialog.h"
 #include "qt/StereotypeDialog.h"
 
 namespace brisel::qt {
@@ -27,6 +28,7 @@ constexpr std::array kViews = {
     FormView{"frmAssociation", &make<editors::frmAssociation, AssociationDialog>},
     FormView{"frmClass", &make<editors::frmClass, ClassDialog>},
     FormView{"frmClassControl", &make<editors::frmClassControl, ClassControlDialog>},
+    FormView{"frmExtractAttribute", &make<editors::frmExtractAttribute, ExtractAttributeDialog>},
     FormView{"frmStereotype", &make<editors::frmStereotype, StereotypeDialog>},
 };
 

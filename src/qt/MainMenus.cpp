@@ -12,8 +12,9 @@
 
 namespace brisel::qt {
 
-/// What must be there for a command to apply.
-enum class MainMenus::Needs { nothing, items, selection, oneItem, oneNode };
+/// What must be there for a command to apply. Tools of the popup menus act on the one selected
+/// class or relationship; whether they apply to it the editor knows.
+enum class MainMenus::Needs { nothing, items, selection, oneItem, oneNode, classTool, lineTool };
 
 /// `canvasKey` is a key that the canvas answers itself: the menu shows it as the shortcut and
 /// presses it, but leaves it to whoever has the keyboard. A row without a key is a separator.
@@ -93,6 +94,27 @@ const std::vector<MainMenus::Row>& MainMenus::rows() {
       {"D&iagram", "Template", "&Template Editor..."},
       {"D&iagram", "Demo", "&Demo Model"},
 
+      {"&Refactor", "miMorpToAss", "To &Association", "",
+       "Turn the selected relationship into an association", Needs::lineTool},
+      {"&Refactor", "miMorphToAggShared", "To &Shared Aggregation", "",
+       "Turn the selected relationship into a shared aggregation", Needs::lineTool},
+      {"&Refactor", "miMorphToAggComposite", "To &Composite Aggregation", "",
+       "Turn the selected relationship into a composite aggregation", Needs::lineTool},
+      {"&Refactor", "miMorphToGen", "To &Generalization", "",
+       "Turn the selected composite aggregation into inheritance", Needs::lineTool},
+      {"&Refactor", "miMorphToAttr", "To Class A&ttribute", "",
+       "Turn the selected composite aggregation into an attribute of the whole", Needs::lineTool},
+      {"&Refactor"},
+      {"&Refactor", "miMorphClassSplit", "S&plit Class...", "",
+       "Move members of the selected class to a new class", Needs::classTool},
+      {"&Refactor", "miMorphClassSplitSemantic", "Split off S&uperclass...", "",
+       "Move members of the selected class to a new super class", Needs::classTool},
+      {"&Refactor", "miMorphExtractAttribute", "&Extract Attribute...", "",
+       "Make an attribute of the selected class a class of its own", Needs::classTool},
+      {"&Refactor"},
+      {"&Refactor", "miMorphMerge", "&Merge Classes", "",
+       "Move everything of the selected classes to one new class", Needs::classTool},
+
       {"&Help", "Help", "&Class Diagrams", "F1", "", Needs::nothing, "F1"},
   };
   return kRows;
@@ -136,6 +158,7 @@ QMenu& MainMenus::menuAt(const std::string& path) {
   const std::size_t slash = path.find_last_of('/');
   if (slash == std::string::npos) {
     menu = m_bar.addMenu(tr(path.c_str()));
+    menu->setToolTipsVisible(true);
     connect(menu, &QMenu::aboutToShow, this, [this] { refresh(); });
   } else {
     menu = menuAt(path.substr(0, slash)).addMenu(tr(path.substr(slash + 1).c_str()));
@@ -152,11 +175,13 @@ QAction* MainMenus::buttonAction(const Row& row, const Commands& own) const {
 /// Nothing for a button that the canvas does not have.
 QAction* MainMenus::makeAction(const Row& row, const Commands& own) {
   const auto command = own.find(row.key);
-  if (command == own.end() && row.canvasKey[0] == '\0') return nullptr;
+  if (command == own.end() && row.canvasKey[0] == '\0' && !isTool(row)) return nullptr;
   auto* action = new QAction(&m_bar);
   action->setObjectName(row.key);
   action->setStatusTip(tr(row.tip));
-  if (command == own.end()) {
+  if (isTool(row)) {
+    connect(action, &QAction::triggered, this, [this, &row] { runTool(row); });
+  } else if (command == own.end()) {
     connect(action, &QAction::triggered, this, [this, &row] { pressKey(row); });
   } else {
     connect(action, &QAction::triggered, this, [run = command->second] { run(); });
@@ -169,10 +194,41 @@ void MainMenus::pressKey(const Row& row) {
   m_canvas.KeyPress(row.canvasKey, ctrl ? "ctrl" : "");
 }
 
+bool MainMenus::isTool(const Row& row) {
+  return row.needs == Needs::classTool || row.needs == Needs::lineTool;
+}
+
+/// The key of what the tool acts on; empty unless it is selected alone.
+std::string MainMenus::elementOf(const Row& row) const {
+  const canvas::Selection& selection = m_canvas.selection();
+  if (selection.size() != 1) return {};
+  const auto nodes = selection.nodes();
+  const auto links = selection.links();
+  if (row.needs == Needs::classTool) return nodes.empty() ? std::string() : nodes.front()->key();
+  return links.empty() ? std::string() : links.front()->key();
+}
+
+void MainMenus::runTool(const Row& row) {
+  const auto toolBar = m_editor.editor().ActiveBar21();
+  toolBar->Tag(elementOf(row));
+  toolBar->Click(row.key);
+}
+
+/// The reason where a tool does not apply stands where its purpose stands otherwise.
+void MainMenus::refreshTool(const Row& row, QAction& action) const {
+  const std::string objection = m_editor.editor().objection(row.key, elementOf(row));
+  const QString tip = objection.empty() ? tr(row.tip) : toQt(objection);
+  action.setEnabled(objection.empty());
+  action.setToolTip(tip);
+  action.setStatusTip(tip);
+}
+
 bool MainMenus::has(Needs needs) const {
   const canvas::Selection& selection = m_canvas.selection();
   switch (needs) {
     case Needs::nothing:
+    case Needs::classTool:
+    case Needs::lineTool:
       break;
     case Needs::items:
       return m_canvas.scene().nodes().size() > 0;
@@ -188,7 +244,11 @@ bool MainMenus::has(Needs needs) const {
 
 void MainMenus::refresh() {
   for (const auto& [row, action] : m_actions) {
-    if (row->needs != Needs::nothing) action->setEnabled(has(row->needs));
+    if (isTool(*row)) {
+      refreshTool(*row, *action);
+    } else if (row->needs != Needs::nothing) {
+      action->setEnabled(has(row->needs));
+    }
   }
 }
 

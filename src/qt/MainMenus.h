@@ -41,6 +41,10 @@ class MainMenus : public QObject {
   QAction* makeAction(const Row& row, const Commands& own);
   QAction* buttonAction(const Row& row, const Commands& own) const;
   void pressKey(const Row& row);
+  [[nodiscard]] static bool isTool(const Row& row);
+  [[nodiscard]] std::string elementOf(const Row& row) const;
+  void runTool(const Row& row);
+  void refreshTool(const Row& row, QAction& action) const;
   [[nodiscard]] bool has(Needs needs) const;
   void refresh();
 

@@ -36,13 +36,16 @@ void addTool(QMenu& menu, const platform::Ref<controls::ToolBarControl>& control
     action = opened->menuAction();
   }
   action->setObjectName(toQt(tool.key()));
-  action->setEnabled(tool.enabled());
+  const std::string objection = control->objection(tool.key());
+  action->setEnabled(tool.enabled() && objection.empty());
+  if (!objection.empty()) action->setToolTip(toQt(objection));
 }
 
 void fill(QMenu& menu, const platform::Ref<controls::ToolBarControl>& control,
           std::string_view band, int depth) {
   const platform::Ref<controls::Band> shown = control->band(band);
   if (!shown || depth > kDeepest) return;
+  menu.setToolTipsVisible(true);
   for (const platform::Ref<controls::Tool>& tool : shown->tools()) {
     addTool(menu, control, *tool, depth);
   }

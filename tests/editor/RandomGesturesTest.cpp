@@ -51,11 +51,12 @@ class Hands : public EditorBench {
 
   void step() {
     using Action = void (Hands::*)();
-    static constexpr std::array<Action, 16> kActions = {
+    static constexpr std::array<Action, 17> kActions = {
         &Hands::move,    &Hands::move,    &Hands::press,  &Hands::release,
         &Hands::release, &Hands::drag,    &Hands::drag,   &Hands::drag,
         &Hands::key,     &Hands::button,  &Hands::typing, &Hands::command,
-        &Hands::menu,    &Hands::hostile, &Hands::pane,   &Hands::pane};
+        &Hands::menu,    &Hands::hostile, &Hands::pane,   &Hands::pane,
+        &Hands::morph};
     try {
       (this->*kActions[below(kActions.size())])();
     } catch (const platform::Error&) {
@@ -189,11 +190,27 @@ class Hands : public EditorBench {
     }
   }
   void menu() {
-    last = oneOf<8>({"miPopupEdit", "miPopupProperties", "miPopupSizeToFit", "miTest",
-                     "miCompartmentsAttributes", "miCompartmentsOperations", "Divide", "Assemble"});
+    last = oneOf<14>({"miPopupEdit", "miPopupProperties", "miPopupSizeToFit", "miTest",
+                      "miCompartmentsAttributes", "miCompartmentsOperations", "Divide", "Assemble",
+                      "miMorphClassSplit", "miMorphClassSplitSemantic", "miMorphExtractAttribute",
+                      "miMorphMerge", "miMorphMerge", "miMorpToAss"});
+    answerForm({{"ClassName", "SetText", "Split"},
+                {once(2) ? "AllAttributes" : "AllOperations", "Click"},
+                {"Ok", "Click"}});
+    answerForm({{"Attributes", "Select", 1}, {"Ok", "Click"}});
     if (once(2)) editor->ActiveBar21()->Tag(classKey());
     editor->ActiveBar21()->Click(last);
     if (once(4)) editor->ActiveBar21()->showBand("tbProperty", once(2));
+  }
+  void morph() {
+    const auto lines = canvas.getAllLinks();
+    if (lines->Count() == 0) return;
+    last = oneOf<5>({"miMorpToAss", "miMorphToAggShared", "miMorphToAggComposite", "miMorphToGen",
+                     "miMorphToAttr"});
+    const auto count = static_cast<std::size_t>(lines->Count());
+    const auto line = lines->Item(1 + static_cast<std::int64_t>(below(count)));
+    editor->ActiveBar21()->Tag(platform::as<canvas::Link>(line)->key());
+    editor->ActiveBar21()->Click(last);
   }
   /// The class pane, whether it is open or not.
   void pane() {

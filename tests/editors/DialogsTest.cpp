@@ -15,8 +15,6 @@ using platform::Value;
 using platform::ValueArray;
 using test::EditorBench;
 
-Value step(std::vector<Value> parts) { return make<ValueArray>(std::move(parts)); }
-
 class DialogsTest : public testing::Test, protected EditorBench {
  protected:
   DialogsTest() {
@@ -35,7 +33,7 @@ class DialogsTest : public testing::Test, protected EditorBench {
     listening.push_back(
         editor->AssocChanged.connect([this](const std::string& key) { changed += key + ' '; }));
   }
-  void answer(std::vector<Value> steps) { shell->AnswerForm(*make<ValueArray>(std::move(steps))); }
+  void answer(const Steps& steps) { answerForm(steps); }
 
   std::string answered, caption, changed;
   std::vector<platform::Connection> listening;
@@ -43,12 +41,11 @@ class DialogsTest : public testing::Test, protected EditorBench {
 
 TEST_F(DialogsTest, aDrawnRelationshipIsEditedAtOnce) {
   answer(
-      {step({"CLSAssociationControl1.PropertyAssociation(0)", "Edit", "Name", "owns"}),
-       step({"CLSAssociationControl1.PropertyAssociation(1)", "Edit", "SourceRolename", "owner"}),
-       step(
-           {"CLSAssociationControl1.PropertyAssociation(2)", "Edit", "TargetMultiplicity", "1..*"}),
-       step({"CLSAssociationControl1.PropertyAssociation(2)", "Edit", "TargetNavigable", true}),
-       step({"Ok", "Click"})});
+      {{"CLSAssociationControl1.PropertyAssociation(0)", "Edit", "Name", "owns"},
+       {"CLSAssociationControl1.PropertyAssociation(1)", "Edit", "SourceRolename", "owner"},
+       {"CLSAssociationControl1.PropertyAssociation(2)", "Edit", "TargetMultiplicity", "1..*"},
+       {"CLSAssociationControl1.PropertyAssociation(2)", "Edit", "TargetNavigable", true},
+       {"Ok", "Click"}});
   editor->diagram()->createLink("r", "", "A", "B");
   EXPECT_EQ(answered, "frmAssociation:Ok ");
   EXPECT_EQ(caption, "Association");
@@ -108,13 +105,13 @@ TEST_F(DialogsTest, aStereotypeTypedInPartIsNotTaken) {
     return model->GetStereotype(*find("Association", "a"), link);
   };
   for (const char* typed : {"ent", "nothing like it", ""}) {
-    answer({step({"CLSAssociationControl1.CLSSelectStereotype1.Combo1", "SetText", typed}),
-            step({"Ok", "Click"})});
+    answer({{"CLSAssociationControl1.CLSSelectStereotype1.Combo1", "SetText", typed},
+            {"Ok", "Click"}});
     editor->EditAssociation("a");
     EXPECT_EQ(stereotype(), entity) << typed;
   }
-  answer({step({"CLSAssociationControl1.CLSSelectStereotype1.Combo1", "SetText", "<NONE>"}),
-          step({"Ok", "Click"})});
+  answer({{"CLSAssociationControl1.CLSSelectStereotype1.Combo1", "SetText", "<NONE>"},
+          {"Ok", "Click"}});
   editor->EditAssociation("a");
   EXPECT_EQ(stereotype()->name(), "<NONE>");
   EXPECT_EQ(answered, "frmAssociation:Ok frmAssociation:Ok frmAssociation:Ok frmAssociation:Ok ");
@@ -122,9 +119,9 @@ TEST_F(DialogsTest, aStereotypeTypedInPartIsNotTaken) {
 
 TEST_F(DialogsTest, cancelDiscardsNothing) {
   editor->CreateGeneralization("g", "", "", "A", "B");
-  answer({step({"CLSAssociationControl1.PropertyAssociation(0)", "Edit", "Intention", "why"}),
-          step({"CLSAssociationControl1.PropertyAssociation(0)", "Edit", "IsVirtual", true}),
-          step({"Cancel", "Click"})});
+  answer({{"CLSAssociationControl1.PropertyAssociation(0)", "Edit", "Intention", "why"},
+          {"CLSAssociationControl1.PropertyAssociation(0)", "Edit", "IsVirtual", true},
+          {"Cancel", "Click"}});
   editor->EditAssociation("g");
   EXPECT_EQ(answered, "frmAssociation:Cancel ");
   EXPECT_EQ(find("Generalization", "g")->GetProperty("Description").text(), "why");
@@ -136,7 +133,7 @@ TEST_F(DialogsTest, aRelationshipThatGoesIsNotWrittenTo) {
   const auto node = find("Association", "a");
   const auto removing = shell->Answered.connect(
       [&](const std::string&, const Ref<platform::ValueRecord>&) { editor->DeleteClass("A"); });
-  answer({step({"CLSAssociationControl1.PropertyAssociation(0)", "Edit", "Name", "new"})});
+  answer({{"CLSAssociationControl1.PropertyAssociation(0)", "Edit", "Name", "new"}});
   editor->EditAssociation("a");
   EXPECT_EQ(node->name(), "old");
   EXPECT_TRUE(messages.empty());
@@ -151,18 +148,18 @@ TEST_F(DialogsTest, aModelHasAStereotypeAtLeast) {
     return all;
   };
   EXPECT_EQ(names(), "<NONE> ");
-  answer({step({"ListEditor1", "Add", "entity"}), step({"ListEditor1", "Rename", 1, "root"}),
-          step({"Ok", "Click"})});
+  answer({{"ListEditor1", "Add", "entity"}, {"ListEditor1", "Rename", 1, "root"},
+          {"Ok", "Click"}});
   editor->EditStereotypes();
   EXPECT_EQ(answered, "frmStereotype:Ok ");
   EXPECT_EQ(names(), "root entity ");
   const auto entity = model->SearchObject("Stereotype", "Name", "entity");
   model->SetStereotype(*find("Class", "A"), entity.get());
-  answer({step({"ListEditor1", "Rename", 2, "value"})});
+  answer({{"ListEditor1", "Rename", 2, "value"}});
   editor->EditStereotypes();
   EXPECT_EQ(box("A")->text(), "<<value>>\r\nA");
   shell->AnswerMessage("Yes");
-  answer({step({"ListEditor1", "Remove", 2}), step({"ListEditor1", "Remove", 1})});
+  answer({{"ListEditor1", "Remove", 2}, {"ListEditor1", "Remove", 1}});
   editor->EditStereotypes();
   EXPECT_EQ(messages.size(), 1U) << "the one in use is asked about";
   EXPECT_EQ(names(), "<NONE> ");

@@ -1,6 +1,7 @@
 #include "support/EditorBench.h"
 
 #include "component/Suite.h"
+#include "platform/ValueArray.h"
 #include "platform/ValueRecord.h"
 
 namespace brisel::test {
@@ -34,6 +35,12 @@ EditorBench::EditorBench(const std::function<void(platform::ComponentRegistry&)>
 }
 
 EditorBench::~EditorBench() { editor->terminate(); }
+
+void EditorBench::answerForm(const Steps& steps) const {
+  std::vector<platform::Value> values;
+  for (const auto& step : steps) values.emplace_back(make<platform::ValueArray>(step));
+  shell->AnswerForm(*make<platform::ValueArray>(std::move(values)));
+}
 
 void EditorBench::redraw() {
   editor->Clear();

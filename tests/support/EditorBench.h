@@ -23,6 +23,9 @@ class EditorBench : public Model {
   platform::Ref<editor::CLSEditor> editor;
   std::vector<std::string> messages;  ///< the texts of the message boxes shown so far
 
+  /// What is done in the next modal form: [control, member, argument...] a step.
+  using Steps = std::vector<std::vector<platform::Value>>;
+  void answerForm(const Steps& steps) const;
   /// Clears the canvas and draws the model again, as a file that is reopened.
   void redraw();
   [[nodiscard]] platform::Ref<platform::DiagramNode> box(std::string_view key) const;

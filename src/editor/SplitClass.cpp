@@ -1,0 +1,81 @@
+// A class split in two: ticked members move to a new class beside it, or above it.
+
+#include "controls/Row.h"
+#include "editor/Busy.h"
+#include "editor/Refactoring.h"
+#include "editors/frmClass.h"
+#include "platform/Error.h"
+#include "platform/Shell.h"
+#include "platform/Text.h"
+
+namespace brisel::editor {
+
+namespace {
+
+constexpr double kGap = 300;
+
+struct SplitTexts {
+  std::string_view name, information;
+};
+constexpr SplitTexts kPlain = {"Name of splitted class:",
+                               "Check attributes/operation which are moved into the other class."};
+constexpr SplitTexts kSemantic = {"Name of superclass:",
+                                  "Check attributes/operation which are moved into superclass."};
+
+}  // namespace
+
+void CLSEditor::MorphingClass(Text key, Text kind) {
+  trap("MorphingClass", [&] {
+    if (kind == "SplitSemantic") {
+      SplitClass(key, true);
+    } else if (kind == "Split") {
+      SplitClass(key, false);
+    }
+  });
+}
+
+void CLSEditor::SplitClass(Text key, bool semantic) {
+  trap("SplitClass", [&] {
+    const ClassRef old = drawnClass(key);
+    const auto dialog = platform::make<editors::frmClass>(m_registry);
+    const SplitTexts& texts = semantic ? kSemantic : kPlain;
+    dialog->CurrentClass(old.get());
+    dialog->Prepare(*old);
+    dialog->SetCaption("Split class " + old->name());
+    dialog->SetClassnameLabel(texts.name);
+    dialog->SetInformation(texts.information);
+    m_registry.shell().runForm("frmClass", *dialog);
+    if (dialog->Accepted()) split(*old, *dialog, semantic);
+  });
+}
+
+void CLSEditor::split(repository::Class& old, editors::frmClass& answers, bool semantic) {
+  const auto attributes = answers.Attributes()->tickedRows();
+  const auto operations = answers.Operations()->tickedRows();
+  const std::string name(platform::trimmed(answers.ClassName()->Text()));
+  const ClassRef made = newClass(name, "superclass of " + old.name());
+  if (!made) return;
+  // A host that was told of the new class may have deleted either.
+  for (const repository::Class* one : {&old, made.get()}) {
+    if (controls::isInRepository(*one->clsObject())) continue;
+    throw platform::Error(platform::ErrorNumber::notFound,
+                          "The class " + one->name() + " has left the model");
+  }
+  const CanvasUpdate update(*m_diagram);
+  Refill refill(*this);
+  refill.add(old);
+  refill.add(*made);
+  m_repository->MoveAttributes(*made->clsObject(), *attributes, false);
+  m_repository->MoveOperations(*made->clsObject(), *operations, false);
+  refill.run();
+  placeBeside(*made->Node(), *old.Node(), kGap);
+  if (semantic) {
+    const AssociationRef inherits =
+        createLink(RelationshipKind::generalization, freshKey(), "",
+                   old.clsObject()->identifier(), made->clsObject()->identifier());
+    if (inherits) noteExtracted(*inherits);
+  }
+  synchronizeDataTypes();
+}
+
+}  // namespace brisel::editor
