@@ -47,8 +47,10 @@ constexpr std::array kEditorMembers = {
     Forwarded{"GetClassFromNode", 1},
     Forwarded{"PropertyNode", 1},
     Forwarded{"ShowPopupMenu", 1},
+    Forwarded{"MatrixBrowser", 0},
     Forwarded{"OpenDiagram", 0},
     Forwarded{"SaveDiagram", 0},
+    Forwarded{"ShowTemplateEditor", 0},
 };
 
 constexpr std::array kCanvasMembers = {

@@ -145,6 +145,10 @@ class CLSEditor : public platform::Object {
   void OpenDiagram();
   void SaveDiagram();
 
+  // Tools of the suite, on the live model: what they change is seen after the next Populate.
+  void MatrixBrowser();
+  void ShowTemplateEditor();
+
   // The events raised to the host; the argument is the element's key unless noted.
   platform::Event<std::string> ClassCreated, ClassDeleted, ClassMoved, ClassResized, ClassChanged;
   platform::Event<std::string> ClassEnter, ClassLeave, ClassClicked, ClassRClicked;
@@ -257,6 +261,8 @@ class CLSEditor : public platform::Object {
   void openButton(const std::string& key);
   void saveButton(const std::string& key);
   void stereotypesButton(const std::string& key);
+  void matrixButton(const std::string& key);
+  void templateButton(const std::string& key);
   void compartmentButton(const std::string& key);
   void relationshipButton(const std::string& key);
   void alignButton(const std::string& key);

@@ -51,6 +51,8 @@ const platform::MemberTable& CLSEditor::memberTable() const {
           .method("ExtractAttribute", &E::ExtractAttribute)
           .method("OpenDiagram", &E::OpenDiagram)
           .method("SaveDiagram", &E::SaveDiagram)
+          .method("MatrixBrowser", &E::MatrixBrowser)
+          .method("ShowTemplateEditor", &E::ShowTemplateEditor)
           .event("ClassCreated", &E::ClassCreated)
           .event("ClassDeleted", &E::ClassDeleted)
           .event("ClassMoved", &E::ClassMoved)

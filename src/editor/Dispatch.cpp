@@ -49,10 +49,12 @@ void CLSEditor::dispatchButton(const std::string& key) {
       Row{"ViewParameters", &CLSEditor::compartmentButton},
       Row{"ViewAttributes", &CLSEditor::compartmentButton},
       Row{"ViewOperations", &CLSEditor::compartmentButton},
+      Row{"MatrixBrowser", &CLSEditor::matrixButton},
       Row{"Association", &CLSEditor::relationshipButton},
       Row{"CompositeAggregation", &CLSEditor::relationshipButton},
       Row{"SharedAggregation", &CLSEditor::relationshipButton},
       Row{"Generalization", &CLSEditor::relationshipButton},
+      Row{"Template", &CLSEditor::templateButton},
       Row{"Open", &CLSEditor::openButton},
       Row{"Save", &CLSEditor::saveButton},
       Row{"AlignTop", &CLSEditor::alignButton},
@@ -70,6 +72,9 @@ void CLSEditor::dispatchButton(const std::string& key) {
 void CLSEditor::helpButton(const std::string&) { Help(); }
 void CLSEditor::openButton(const std::string&) { OpenDiagram(); }
 void CLSEditor::saveButton(const std::string&) { SaveDiagram(); }
+
+void CLSEditor::matrixButton(const std::string&) { MatrixBrowser(); }
+void CLSEditor::templateButton(const std::string&) { ShowTemplateEditor(); }
 
 void CLSEditor::stereotypesButton(const std::string&) { EditStereotypes(); }
 

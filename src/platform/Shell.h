@@ -43,6 +43,9 @@ class Shell : public Object {
   /// false. One that the person closes by its window's button is cancelled: its "Cancel" is
   /// clicked.
   virtual void runForm(std::string_view name, Object& form) = 0;
+  /// Shows a window of a tool beside the others, by the tool's programmatic identifier, until the
+  /// person closes it; the tool lives at least as long. A shell without windows shows nothing.
+  virtual void showTool(std::string_view name, Object& tool) = 0;
   /// Puts a picture on the clipboard, by MIME type ("image/svg+xml", "image/png", "text/plain").
   virtual void copy(const std::vector<std::pair<std::string, std::string>>& byKind) = 0;
 };

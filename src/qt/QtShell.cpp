@@ -16,6 +16,7 @@
 #include "qt/PictureData.h"
 #include "qt/PopupMenu.h"
 #include "qt/Text.h"
+#include "qt/ToolViews.h"
 
 namespace brisel::qt {
 
@@ -101,6 +102,13 @@ void QtShell::runForm(std::string_view name, platform::Object& form) {
     dialog->run();
   } else {
     form.set("Visible", false);
+  }
+}
+
+void QtShell::showTool(std::string_view name, platform::Object& tool) {
+  if (QWidget* window = makeToolWindow(name, tool)) {
+    window->setAttribute(Qt::WA_DeleteOnClose);
+    window->show();
   }
 }
 

@@ -26,6 +26,7 @@ class QtShell : public platform::Shell {
   void showPopup(platform::ToolBarControl& toolBar, std::string_view band) override;
   /// A form without a view of its own is hidden again at once.
   void runForm(std::string_view name, platform::Object& form) override;
+  void showTool(std::string_view name, platform::Object& tool) override;
   void copy(const std::vector<std::pair<std::string, std::string>>& byKind) override;
 
  private:

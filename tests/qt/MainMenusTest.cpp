@@ -41,6 +41,33 @@ TEST(MainMenus, offerWhatApplies) {
   EXPECT_EQ(applying(bench), "CopyPicture SelectAll Delete Properties ");
 }
 
+TEST(MainMenus, refactorWhatIsSelected) {
+  const WindowBench bench;
+  bench.drawSample();
+  canvas::DiagramControl& canvas = bench.document->canvas();
+  editor::CLSEditor& editor = bench.document->editor();
+  canvas.unselectAll();
+  QApplication::processEvents();
+  EXPECT_FALSE(command(bench, "miMorpToAss").isEnabled());
+  EXPECT_EQ(command(bench, "miMorpToAss").toolTip(), "Select one relationship");
+  EXPECT_EQ(command(bench, "miMorphClassSplit").toolTip(), "Select one class");
+  EXPECT_EQ(command(bench, "miMorphMerge").statusTip(), "Select the classes to merge");
+  canvas.selLink(Value("lines"));
+  editor.MorphingAssoc("lines", "ToSharedAggregation");
+  QApplication::processEvents();
+  EXPECT_FALSE(command(bench, "miMorphToAggShared").isEnabled());
+  ASSERT_TRUE(command(bench, "miMorpToAss").isEnabled());
+  EXPECT_EQ(command(bench, "miMorpToAss").toolTip(),
+            "Turn the selected relationship into an association");
+  command(bench, "miMorpToAss").trigger();
+  EXPECT_TRUE(editor.GetAssociationFromLink("lines")->isAssociation());
+  canvas.selection().selectAll();
+  QApplication::processEvents();
+  const auto before = canvas.getAllNodes()->Count();
+  command(bench, "miMorphMerge").trigger();
+  EXPECT_EQ(canvas.getAllNodes()->Count(), before + 1);
+}
+
 TEST(MainMenus, holdEveryButtonOfTheCanvas) {
   const WindowBench bench;
   for (const canvas::Button& button : bench.document->canvas().buttonBar().buttons()) {

@@ -31,21 +31,27 @@ TEST(FileFilter, readsAsQtWantsIt) {
 
 TEST(QtShell, popsUpTheBandsOfTheEditor) {
   const WindowBench bench;
-  const auto bar = platform::as<controls::ToolBarControl>(bench.document->editor().ActiveBar21());
-  bar->enabled("miMorpToAss", true);
+  bench.drawSample();
+  editor::CLSEditor& editor = bench.document->editor();
+  const auto bar = platform::as<controls::ToolBarControl>(editor.ActiveBar21());
+  bar->Tag("lines");
+  editor.MorphingAssoc("lines", "ToAssociation");
   QMenu menu;
   fillMenu(menu, *bar, "tbPopupAssoc");
   ASSERT_EQ(menu.actions().size(), 2);
   EXPECT_EQ(menu.actions()[0]->text(), "Edit ...");
   const QMenu* morphing = menu.actions()[1]->menu();
   ASSERT_NE(morphing, nullptr);
-  EXPECT_EQ(morphing->actions().size(), 5);
+  ASSERT_EQ(morphing->actions().size(), 5);
+  EXPECT_FALSE(morphing->actions()[0]->isEnabled());
+  EXPECT_EQ(morphing->actions()[0]->toolTip(), "It is an association already");
+  ASSERT_TRUE(morphing->actions()[1]->isEnabled());
 
   std::string clicked;
   const auto connection = bar->ToolClick.connect([&](const std::string& key) { clicked = key; });
-  bar->Tag("nobody");
-  morphing->actions()[0]->trigger();
-  EXPECT_EQ(clicked, "miMorpToAss");
+  morphing->actions()[1]->trigger();
+  EXPECT_EQ(clicked, "miMorphToAggShared");
+  EXPECT_TRUE(editor.GetAssociationFromLink("lines")->isAggregation());
 }
 
 TEST(QtShell, marksGreysAndLimitsTools) {
