@@ -3,6 +3,7 @@
 #include <array>
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <set>
 #include <string>
 #include <string_view>
@@ -336,6 +337,9 @@ class CLSEditor : public platform::Object {
   void placeBeside(platform::DiagramNode& box, const platform::DiagramNode& other, double gap);
   void place(platform::DiagramNode& box, platform::Point corner, double gap);
   void noteExtracted(repository::Association& relationship);
+  void leadAround(platform::DiagramLink& line);
+  [[nodiscard]] std::optional<double> clearLevel(const platform::DiagramLink& line,
+                                                 bool above) const;
 
   // Shared steps.
   AssociationRef createLink(RelationshipKind kind, Text id, Text name, Text srcId, Text tgtId);

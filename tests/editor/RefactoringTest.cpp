@@ -299,6 +299,28 @@ TEST_F(RefactoringTest, anAttributeIsDrawnOutIntoAClass) {
   EXPECT_EQ(test::checkAgreement(*editor), "");
 }
 
+TEST_F(RefactoringTest, linesOfExtractedClassesRunAroundWhatIsBetween) {
+  addClass("Above");
+  redraw();
+  const Rect order = box("Order")->bounds();
+  box("Line")->bounds({order.right() + 500, -400, 3000, order.height + 900});
+  box("Above")->bounds({order.right(), -2000, 3000, 1500});
+  answerForm({{"Attributes", "Select", 1}, {"Ok", "Click"}});
+  editor->ExtractAttribute("Order");
+  const auto made = line(platform::as<Node>(store->MetaNodes("Aggregation")->extension()->Item(1))
+                             ->identifier());
+  ASSERT_EQ(made->ExtraPoints()->Count(), 4) << "two bends";
+  for (std::size_t i = 1; i < 4; ++i) {
+    const Point a = made->ExtraPoints()->at(i - 1);
+    const Point b = made->ExtraPoints()->at(i);
+    const Rect way{std::min(a.x, b.x), std::min(a.y, b.y), std::abs(a.x - b.x) + 1,
+                   std::abs(a.y - b.y) + 1};
+    EXPECT_TRUE(a.x == b.x || a.y == b.y) << i;
+    EXPECT_FALSE(way.intersects(box("Line")->bounds())) << i;
+    EXPECT_FALSE(way.intersects(box("Above")->bounds())) << i;
+  }
+}
+
 TEST_F(RefactoringTest, selectedClassesAreMergedIntoANewOne) {
   addClass("Base");
   addClass("Hidden", "COM::Builtin");
