@@ -136,6 +136,7 @@ class DiagramControl : public platform::DiagramControl {
   bool markLink(const platform::Value& link);
   bool unmarkAll();
 
+  void present(platform::DiagramNode& node) override;
   void linkRule(platform::LinkRule rule) override { m_linkRule = std::move(rule); }
   void dropRule(platform::DropRule rule) override { m_dropRule = std::move(rule); }
 

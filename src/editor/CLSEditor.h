@@ -254,6 +254,7 @@ class CLSEditor : public platform::Object {
   void SyncModeButtons();
   void bindClass(const std::string& key, platform::DiagramNode& box);
   void bindRelationship(const std::string& key, platform::DiagramLink& line);
+  platform::Ref<platform::Node> makeClass(const std::string& key);
   platform::Ref<platform::Node> makeRelationship(const std::string& key,
                                                  const platform::DiagramLink& line);
   void buttonClicked(const std::string& key);
@@ -310,6 +311,10 @@ class CLSEditor : public platform::Object {
   [[nodiscard]] std::string mergeObjection(Text key, const ToolRow& row);
 
   // Morphing one relationship.
+  struct MorphRow;
+  /// Nothing for another word.
+  [[nodiscard]] static const MorphRow* morphRow(Text word);
+  [[nodiscard]] std::string objectionToMorph(Text key, Text word);
   void toAssociation(repository::Association& morphed);
   void toSharedAggregation(repository::Association& morphed);
   void toCompositeAggregation(repository::Association& morphed);
@@ -323,15 +328,22 @@ class CLSEditor : public platform::Object {
   void split(repository::Class& old, editors::frmClass& answers, bool semantic);
   void MergeClasses();
   void merge(const std::vector<ClassRef>& merged, repository::Class& into);
+  [[nodiscard]] std::vector<ClassRef> selectedClasses();
   void follow(const repository::MovedAssociation& moved);
-  void followAll(platform::Node& classNode);
+  void restoreLines();
+  [[nodiscard]] std::string inheritsFromItself(const platform::Node& classNode) const;
+  [[nodiscard]] std::string stayedBehind(const std::vector<ClassRef>& merged) const;
   ClassRef ExtractAttributeToClass(repository::Class& owner, platform::Link& attribute,
                                    bool asComposite);
 
   // What the refactorings share.
   class Refill;
   /// Nothing when it could not be made, which was told then.
-  ClassRef newClass(Text name, Text intention);
+  ClassRef newClass(Text name, Text intention, const repository::Class* beside, double gap);
+  /// An Error for one that is not drawn or has left the model.
+  [[nodiscard]] ClassRef refactoredClass(Text key);
+  static void requireInModel(const repository::Class& shown);
+  void present(repository::Class& made);
   [[nodiscard]] std::string freshKey();
   void refillAndFit(repository::Class& shown);
   void placeBeside(platform::DiagramNode& box, const platform::DiagramNode& other, double gap);
@@ -346,8 +358,10 @@ class CLSEditor : public platform::Object {
   void showCompartments(repository::Class& shown) const;
   void deleteRelationshipsOf(platform::Node& classNode);
   void deleteRelationship(platform::Node& relationship);
-  /// The stored geometry stays.
+  /// The stored geometry stays. Nothing of the relationship does, even when that fails half way.
   void takeRelationshipFromModel(platform::Node& relationship);
+  /// Of a node that was made or deleted half: what is left would stand in the way.
+  static void removeRest(platform::Node& node);
   [[nodiscard]] ClassRef drawnClass(Text key);
   [[nodiscard]] AssociationRef drawnAssociation(Text key);
   void synchronizeDataTypes();

@@ -107,12 +107,23 @@ void CLSEditor::deleteRelationship(platform::Node& relationship) {
 void CLSEditor::takeRelationshipFromModel(platform::Node& relationship) {
   const RelationshipType& type = relationshipTypeOf(relationship);
   const std::string identifier = relationship.identifier();
-  m_repository->SetStereotype(relationship, nullptr);
-  if (endOf(relationship, type.source) && endOf(relationship, type.target)) {
-    (*m_repository.*type.remove)(identifier);
-  } else {
-    m_repository->RemoveObject(type.kind, identifier);
+  try {
+    m_repository->SetStereotype(relationship, nullptr);
+    if (endOf(relationship, type.source) && endOf(relationship, type.target)) {
+      (*m_repository.*type.remove)(identifier);
+    } else {
+      m_repository->RemoveObject(type.kind, identifier);
+    }
+  } catch (...) {
+    removeRest(relationship);
+    throw;
   }
+}
+
+void CLSEditor::removeRest(platform::Node& node) {
+  const auto type = node.Parent();
+  const std::string identifier = node.identifier();
+  if (type->find(identifier) == &node) type->extension()->Remove(identifier, false);
 }
 
 void CLSEditor::deleteSelection() {

@@ -6,10 +6,19 @@
 #include <cmath>
 #include <utility>
 
+#include "controls/Row.h"
+#include "platform/Error.h"
+
 namespace brisel::editor {
 
 using platform::DiagramNode;
 using platform::Rect;
+
+namespace {
+
+constexpr platform::Point kFirstPlace{300, 300};
+
+}  // namespace
 
 CLSEditor::Refill::~Refill() {
   for (const ClassRef& shown : m_classes) {
@@ -26,8 +35,39 @@ void CLSEditor::Refill::run() {
 
 std::string CLSEditor::freshKey() { return m_generator->call("GetUUID").text(); }
 
-CLSEditor::ClassRef CLSEditor::newClass(Text name, Text intention) {
-  return CreateClass(freshKey(), name, intention, "", "", "public");
+/// Stands where it belongs at once, whatever fails afterwards; its size is not the last yet. A host
+/// that is told of it may delete either class.
+CLSEditor::ClassRef CLSEditor::newClass(Text name, Text intention, const repository::Class* beside,
+                                        double gap) {
+  if (beside) requireInModel(*beside);
+  ClassRef made = CreateClass(freshKey(), name, intention, "", "", "public");
+  if (!made) return {};
+  requireInModel(*made);
+  if (!beside) {
+    place(*made->Node(), kFirstPlace, gap);
+    return made;
+  }
+  requireInModel(*beside);
+  placeBeside(*made->Node(), *beside->Node(), gap);
+  return made;
+}
+
+CLSEditor::ClassRef CLSEditor::refactoredClass(Text key) {
+  ClassRef shown = drawnClass(key);
+  requireInModel(*shown);
+  return shown;
+}
+
+void CLSEditor::requireInModel(const repository::Class& shown) {
+  if (controls::isInRepository(*shown.clsObject())) return;
+  throw platform::Error(platform::ErrorNumber::notFound,
+                        "The class " + shown.name() + " has left the model");
+}
+
+/// What is selected is the result: the next command is meant for it.
+void CLSEditor::present(repository::Class& made) {
+  m_diagram->present(*made.Node());
+  if (m_classControl->Visible()) showInPane(made);
 }
 
 void CLSEditor::refillAndFit(repository::Class& shown) {

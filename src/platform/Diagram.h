@@ -162,12 +162,17 @@ class DiagramControl : public Object {
   /// The nodes of which the area covers more than an edge, in the order of creation.
   [[nodiscard]] virtual Ref<Collection> nodesIn(const Rect& area) = 0;
 
+  /// Shows a person what was just made: selects the node alone and scrolls as little as brings it
+  /// into view.
+  virtual void present(DiagramNode& node) = 0;
+
   /// What a person may join and drop; with no rule everything goes. Calls of `createLink` are not
   /// asked about.
   virtual void linkRule(LinkRule rule) = 0;
   virtual void dropRule(DropRule rule) = 0;
 
-  /// A word for the person on what was just done; stands until the pointer's next.
+  /// A word for the person on what was just done; stands until the next press, or until there is
+  /// another hint.
   virtual void showHint(std::string_view text) = 0;
 
   /// Percent.

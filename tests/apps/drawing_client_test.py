@@ -269,7 +269,8 @@ class Drawing(unittest.TestCase):
         self.assertEqual(self.owned(customer, "Class.Has.Attrib"), [])
         self.assertEqual(self.count("Aggregation"), 2)
 
-        for node in (order, customer):
+        self.canvas.unselectAll()  # the new class is selected
+        for node in (customer, order):
             self.canvas.selNode(node)
         self.menu.Click("miMorphMerge")
         merged = self.canvas.getAllNodes().ToArray()[-1]
