@@ -8,6 +8,7 @@ import shutil
 import subprocess
 import tempfile
 import unittest
+import xml.etree.ElementTree
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 BUILD = pathlib.Path(os.environ["BRISEL_BUILD"])
@@ -111,6 +112,8 @@ class Host(unittest.TestCase):
             "GetComponent window", "Deinit", "Destroy", "RemoveComponent window",
             "GetComponent form", "Deinit", "Destroy", "RemoveComponent form",
             "done"])
+        picture = xml.etree.ElementTree.fromstring(run(build / "no_window", env={}))
+        self.assertIn("OrderLine", "".join(picture.itertext()))
         started = subprocess.Popen([build / "ten_lines"], env=self.environment)
         try:
             with self.assertRaises(subprocess.TimeoutExpired, msg="it has a window to show"):
@@ -118,6 +121,16 @@ class Host(unittest.TestCase):
         finally:
             started.terminate()
             started.wait()
+
+    def test_the_documentation_shows_the_example(self):
+        example = "\n".join(file.read_text(encoding="utf-8")
+                            for file in sorted((ROOT / "examples" / "host").iterdir()))
+        for page, least in (("docs/embedding.md", 6), ("README.md", 1)):
+            text = (ROOT / page).read_text(encoding="utf-8")
+            shown = re.findall(r"^```(?:cpp|cmake)\n(.*?)^```$", text, re.MULTILINE | re.DOTALL)
+            self.assertGreaterEqual(len(shown), least)
+            for block in shown:
+                self.assertIn(block, example, page)
 
     def test_core_needs_no_qt(self):
         for components in ("COMPONENTS Core", ""):
