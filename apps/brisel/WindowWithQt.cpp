@@ -45,7 +45,6 @@ int runWindow(const std::vector<std::string>& files) {
   const auto shell = platform::make<qt::QtShell>();
   platform::ComponentRegistry registry(shell);
   component::registerSuite(registry);
-  registry.installationFolder(installationFolder());
 
   component::Document document(registry);
   qt::MainWindow window(document, shell);

@@ -1,6 +1,7 @@
 #include "component/Suite.h"
 
 #include "canvas/components.h"
+#include "component/DataFolder.h"
 #include "component/DiagramWindow.h"
 #include "component/HostObject.h"
 #include "controls/components.h"
@@ -18,6 +19,7 @@ using platform::ComponentRegistry;
 using platform::make;
 
 void registerSuite(ComponentRegistry& registry) {
+  if (registry.installationFolder().empty()) registry.installationFolder(dataFolder());
   store::registerComponents(registry);
   canvas::registerComponents(registry);
   controls::registerComponents(registry);

@@ -32,6 +32,7 @@ class MovedAssociation;
 
 namespace brisel::editor {
 
+class DrawnGeometry;
 struct RelationshipType;
 
 /// The class-diagram editor: owns the canvas, the tool-bar control, the class pane, the in-place
@@ -142,11 +143,16 @@ class CLSEditor : public platform::Object {
   /// Asks for an attribute, which becomes a class of its own, part of the class that had it.
   void ExtractAttribute(Text key);
 
-  // Files.
+  // Files. Both are quiet, whatever fails: then model, canvas and file name are as they were before
+  // the call, and `LastError` has the cause.
+  /// Asks for a DIM file, whose model and name take the place of the current ones.
   void OpenDiagram();
+  /// Writes geometry, view settings and model to the file named by `RepositoryFileName`; asks for
+  /// one where that is empty.
   void SaveDiagram();
 
-  // Tools of the suite, on the live model: what they change is seen after the next Populate.
+  // Tools of the suite, on the live model: what they change is seen after the next Populate. A tool
+  // that cannot be made is passed over quietly.
   void MatrixBrowser();
   void ShowTemplateEditor();
 
@@ -183,7 +189,11 @@ class CLSEditor : public platform::Object {
   /// Writes geometry and view settings into the model, as every save does before the export.
   /// Errors pass to the caller.
   void storeDiagram();
-  /// Draws another model in the place of the current one. Errors pass to the caller.
+  /// What the last OpenDiagram or SaveDiagram failed with; empty after one that did not, and after
+  /// a dialog that was cancelled.
+  [[nodiscard]] std::string LastError() const { return m_lastError; }
+  /// Draws another model in the place of the current one. An Error leaves the current one, drawn as
+  /// it was.
   void showRepository(platform::MetaRepository& repository);
   /// Unregisters from the host's component manager and lets go of everything of the host's.
   void terminate() override;
@@ -210,6 +220,16 @@ class CLSEditor : public platform::Object {
   void BuildPropertyBand();
   void removeFromHost();
   void callParentWindow(Text member);
+
+  // Files.
+  platform::Ref<platform::MetaRepository> importDiagram(const std::string& path);
+  /// Keeps the text of the exception that is being handled.
+  void noteFailure();
+  /// The canvas is empty then.
+  void takeRepository(platform::MetaRepository* repository);
+  void redraw(const DrawnGeometry& drawn);
+
+  [[nodiscard]] ObjectRef createTool(Text progId);
 
   // Populating.
   void populate();
@@ -386,6 +406,7 @@ class CLSEditor : public platform::Object {
   std::vector<platform::Connection> m_connections;
 
   std::string m_repositoryFileName;
+  std::string m_lastError;
   std::string m_path;
   std::string m_componentName;
   ObjectRef m_packageObject;

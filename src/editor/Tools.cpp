@@ -6,9 +6,19 @@ namespace brisel::editor {
 
 using platform::Ref;
 
+/// Nothing where the tool is not installed or cannot be made: the command is quiet then.
+CLSEditor::ObjectRef CLSEditor::createTool(Text progId) {
+  try {
+    return m_registry.create(progId);
+  } catch (...) {
+    return {};
+  }
+}
+
 void CLSEditor::MatrixBrowser() {
-  trap("MatrixBrowser", [this] {
-    const ObjectRef browser = m_registry.create("BriselUtility.MatrixBrowser");
+  const ObjectRef browser = createTool("BriselUtility.MatrixBrowser");
+  if (!browser) return;
+  trap("MatrixBrowser", [&] {
     browser->call("Create");
     browser->set("Path", m_path);
     browser->call("SetRepository", {Ref<platform::Object>(&model())});
@@ -17,8 +27,9 @@ void CLSEditor::MatrixBrowser() {
 }
 
 void CLSEditor::ShowTemplateEditor() {
-  trap("ShowTemplateEditor", [this] {
-    const ObjectRef templates = m_registry.create("BriselTemplateEditor.Template");
+  const ObjectRef templates = createTool("BriselTemplateEditor.Template");
+  if (!templates) return;
+  trap("ShowTemplateEditor", [&] {
     templates->call("Create");
     templates->call("SetRepository", {Ref<platform::Object>(&model())});
     templates->set("WorkDirectory", m_registry.installationFolder() + "\\Template");
