@@ -159,6 +159,11 @@ void Document::reload() {
   view.scrollTo(corner);
 }
 
+void Document::makeDemo() {
+  m_editor->MakeDemo();
+  showMost();
+}
+
 void Document::showMost() {
   canvas::Viewport& view = m_canvas->viewport();
   view.fit(m_canvas->scene().extent());

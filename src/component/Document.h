@@ -41,6 +41,8 @@ class Document {
   /// of the diagram as can be read.
   void open(const std::vector<std::string>& files);
   [[nodiscard]] const std::vector<std::string>& notes() const { return m_notes; }
+  /// Adds the demo model, and shows as much as can be read.
+  void makeDemo();
   /// Saves to the file that the diagram has, or asks for one. False when the person declined or
   /// the file could not be written; then SaveFailed was raised.
   bool save();

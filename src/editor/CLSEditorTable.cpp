@@ -51,6 +51,7 @@ const platform::MemberTable& CLSEditor::memberTable() const {
           .method("ExtractAttribute", &E::ExtractAttribute)
           .method("OpenDiagram", &E::OpenDiagram)
           .method("SaveDiagram", &E::SaveDiagram)
+          .method("MakeDemo", &E::MakeDemo)
           .method("MatrixBrowser", &E::MatrixBrowser)
           .method("ShowTemplateEditor", &E::ShowTemplateEditor)
           .event("ClassCreated", &E::ClassCreated)

@@ -87,6 +87,7 @@ void MainWindow::makeMenus() {
       {"SaveAs", [this] { save(true); }},
       {"Export", [this] { exportPicture(); }},
       {"ClearRecent", [] {}},
+      {"Demo", [this] { m_document.makeDemo(); }},
       {"Close", [this] { close(); }},
       {"Quit", [this] { QuitAsked(); }},
       {"CopyPicture", [this] { m_document.canvas().ClickButton("Copy"); }},
