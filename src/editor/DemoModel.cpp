@@ -199,7 +199,7 @@ constexpr RelationshipRow kRelationships[] = {
      "",
      "A product may lie in many carts, and lives on when they are emptied."},
     {Kind::association, "fills", "Customer", "ShoppingCart", {"", "1"}, {"cart", "0..1", true}},
-    {Kind::shared, "", "Category", "Product", {"", "1..*"}, {"products", "*"}},
+    {Kind::shared, "", "Category", "Product", {"", "1..*"}, {"", "*"}},
     {Kind::association,
      "contains",
      "Category",
