@@ -165,6 +165,7 @@ void Document::makeDemo() {
 }
 
 void Document::showMost() {
+  if (m_canvas->scene().nodes().size() == 0) return;
   canvas::Viewport& view = m_canvas->viewport();
   view.fit(m_canvas->scene().extent());
   if (view.zoom() >= kLeastReadableZoom) return;

@@ -41,6 +41,10 @@ class Document {
   /// of the diagram as can be read.
   void open(const std::vector<std::string>& files);
   [[nodiscard]] const std::vector<std::string>& notes() const { return m_notes; }
+  /// The whole diagram where it can be read at that size, else the class with the most
+  /// relationships and what lies around it. For a view that got its size after the diagram was
+  /// opened.
+  void showMost();
   /// Adds the demo model, and shows as much as can be read.
   void makeDemo();
   /// Saves to the file that the diagram has, or asks for one. False when the person declined or
@@ -84,9 +88,6 @@ class Document {
   class WatchedExporter;
 
   void show(platform::MetaRepository& repository);
-  /// The whole diagram where it can be read at that size, else the class with the most
-  /// relationships and what lies around it.
-  void showMost();
   void connect();
   void settle();
   [[nodiscard]] std::string suggestedPath() const;

@@ -68,6 +68,7 @@ void Windows::show(Entry& entry) {
   const auto own = std::find(windows.begin(), windows.end(), entry.window.get());
   if (own != windows.begin()) entry.window->standBeside(**std::prev(own));
   entry.window->show();
+  entry.document->showMost();
 }
 
 void Windows::connectEvents(Entry& entry) {

@@ -25,6 +25,7 @@ class Desktop : public testing::Test {
     const WindowBench bench;
     for (const char* name : {"a.dim", "b.dim"}) {
       bench.drawSample();
+      bench.document->canvas().getNode("line")->bounds({12000, 7000, 2700, 1800});
       bench.shell->chosenFiles.emplace_back(path(name));
       EXPECT_TRUE(bench.document->save());
       bench.document->create();
@@ -68,6 +69,10 @@ TEST_F(Desktop, givesEachFileAWindowAndShowsItOnce) {
   trigger(first, "NewWindow");
   EXPECT_EQ(titles(),
             QStringList({"a.dim[*] - Brisel", "b.dim[*] - Brisel", "Untitled[*] - Brisel"}));
+  const auto canvas = platform::as<canvas::DiagramControl>(second.editor().editor().diagram());
+  const double zoom = canvas->viewport().zoom();
+  canvas->viewport().fit(canvas->scene().extent());
+  EXPECT_EQ(std::max(canvas->viewport().zoom(), 60.0), zoom) << "fitted to the window as seen";
   // What cannot be opened is told where it was asked for.
   MainWindow& third = *windows.all().back();
   draw(third);
