@@ -222,7 +222,8 @@ bool Document::agreeOnTarget(std::string& path) {
   if (change == FileStamp::Change::none) return true;
   const bool gone = change == FileStamp::Change::vanished;
   const std::string whatHappened = gone ? "\" was moved or deleted by another program."
-                                        : "\" was changed by another program since it was read.";
+                                        : "\" was changed by another program since it was read. Overwriting it "
+                                              "loses that change.";
   const std::string goOn = gone ? "Write Again" : "Overwrite";
   const std::string answer = m_registry.shell().showMessage({"Brisel",
                                                              "\"" + fileName(path) + whatHappened,

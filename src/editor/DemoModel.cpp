@@ -195,7 +195,7 @@ constexpr RelationshipRow kRelationships[] = {
      "ShoppingCart",
      "Product",
      {"", "*"},
-     {"contents", "*"},
+     {"", "*"},
      "",
      "A product may lie in many carts, and lives on when they are emptied."},
     {Kind::association, "fills", "Customer", "ShoppingCart", {"", "1"}, {"cart", "0..1", true}},
