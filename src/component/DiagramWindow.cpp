@@ -47,6 +47,7 @@ constexpr std::array kEditorMembers = {
     Forwarded{"GetClassFromNode", 1},
     Forwarded{"PropertyNode", 1},
     Forwarded{"ShowPopupMenu", 1},
+    Forwarded{"MakeDemo", 0},
     Forwarded{"MatrixBrowser", 0},
     Forwarded{"OpenDiagram", 0},
     Forwarded{"SaveDiagram", 0},

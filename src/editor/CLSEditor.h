@@ -33,6 +33,7 @@ class MovedAssociation;
 namespace brisel::editor {
 
 class DrawnGeometry;
+struct DemoModel;
 struct RelationshipType;
 
 /// The class-diagram editor: owns the canvas, the tool-bar control, the class pane, the in-place
@@ -155,6 +156,10 @@ class CLSEditor : public platform::Object {
   // that cannot be made is passed over quietly.
   void MatrixBrowser();
   void ShowTemplateEditor();
+
+  /// Adds a small shop to the model, which shows all that a diagram can hold, and draws it beside
+  /// what is drawn already.
+  void MakeDemo();
 
   // The events raised to the host; the argument is the element's key unless noted.
   platform::Event<std::string> ClassCreated, ClassDeleted, ClassMoved, ClassResized, ClassChanged;
@@ -289,6 +294,9 @@ class CLSEditor : public platform::Object {
   void relationshipButton(const std::string& key);
   void alignButton(const std::string& key);
   void toggleCategory(const std::string& key);
+  void demoButton(const std::string& key);
+  void showAllCompartments();
+  void layOutBeside(const DemoModel& demo, const platform::Rect& drawn);
 
   // Naming in place: the text box lies over the box whose key is in its `Tag`.
   void BeginClassName(platform::DiagramNode& box, Text text);

@@ -52,6 +52,7 @@ const platform::MemberTable& CLSEditor::memberTable() const {
           .method("OpenDiagram", &E::OpenDiagram)
           .method("SaveDiagram", &E::SaveDiagram)
           .property("LastError", &E::LastError)
+          .method("MakeDemo", &E::MakeDemo)
           .method("MatrixBrowser", &E::MatrixBrowser)
           .method("ShowTemplateEditor", &E::ShowTemplateEditor)
           .event("ClassCreated", &E::ClassCreated)

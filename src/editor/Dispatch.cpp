@@ -61,6 +61,7 @@ void CLSEditor::dispatchButton(const std::string& key) {
       Row{"AlignLeft", &CLSEditor::alignButton},
       Row{"AlignRight", &CLSEditor::alignButton},
       Row{"Stereotypes", &CLSEditor::stereotypesButton},
+      Row{"Demo", &CLSEditor::demoButton},
   };
   for (const Row& row : kRows) {
     if (row.key == key) return (this->*row.command)(key);
@@ -74,6 +75,8 @@ void CLSEditor::saveButton(const std::string&) { SaveDiagram(); }
 
 void CLSEditor::matrixButton(const std::string&) { MatrixBrowser(); }
 void CLSEditor::templateButton(const std::string&) { ShowTemplateEditor(); }
+
+void CLSEditor::demoButton(const std::string&) { MakeDemo(); }
 
 void CLSEditor::stereotypesButton(const std::string&) { EditStereotypes(); }
 

@@ -23,7 +23,7 @@ constexpr HostButton kButtons[] = {
     {"Stereotypes", "edit stereotypes"},
     {"MatrixBrowser", "browse all relationships in a matrix", false},
     {"Template", "edit code templates", false},
-    {"Demo", "fill the model with a demo", false},
+    {"Demo", "fill the model with a demo"},
     {"", ""},
 };
 

@@ -31,7 +31,9 @@ struct MainMenus::Row {
 const std::vector<MainMenus::Row>& MainMenus::rows() {
   static const std::vector<Row> kRows = {
       {"&File", "New", "&New", "Ctrl+N", "Start an empty diagram"},
+      {"&File", "NewWindow", "New &Window", "Ctrl+Alt+N", "Start an empty diagram in another window"},
       {"&File", "Open", "&Open...", "Ctrl+O", "Open a diagram or a model of another tool"},
+      {"&File/Open &Recent", "ClearRecent", "&Clear List", "", "Forget the files of this list"},
       {"&File"},
       {"&File", "Save", "&Save", "Ctrl+S", "Save model, positions and view settings"},
       {"&File", "SaveAs", "Save &As...", "Ctrl+Shift+S", "Save to another file"},
@@ -41,7 +43,8 @@ const std::vector<MainMenus::Row>& MainMenus::rows() {
       {"&File", "PrintPreview", "Print Pre&view...", "Ctrl+Shift+P"},
       {"&File", "Print", "&Print...", "Ctrl+P"},
       {"&File"},
-      {"&File", "Quit", "&Quit", "Ctrl+Q", "Close the window"},
+      {"&File", "Close", "&Close", "Ctrl+W", "Close the window"},
+      {"&File", "Quit", "&Quit", "Ctrl+Q", "Close all windows and end the program"},
 
       {"&Edit", "CopyPicture", "&Copy Picture", "Ctrl+C",
        "Put a picture of the whole diagram on the clipboard", Needs::items},
@@ -251,6 +254,11 @@ void MainMenus::refresh() {
       action->setEnabled(has(row->needs));
     }
   }
+}
+
+QMenu* MainMenus::menu(std::string_view path) const {
+  const auto found = m_menus.find(path);
+  return found == m_menus.end() ? nullptr : found->second;
 }
 
 QAction* MainMenus::action(std::string_view key) const {

@@ -19,6 +19,9 @@ class QtShell : public platform::Shell {
   /// The window that dialogs belong to; may be nothing, and may go before the shell does.
   void window(QWidget* window) { m_window = window; }
 
+  /// Closes the windows of tools that it showed.
+  void closeTools();
+
   std::string showMessage(const platform::Message& message) override;
   std::optional<std::string> askOpenFile(const platform::FileDialog& dialog) override;
   std::optional<std::string> askSaveFile(const platform::FileDialog& dialog) override;
@@ -33,6 +36,7 @@ class QtShell : public platform::Shell {
   [[nodiscard]] QWidget* front() const;
 
   QPointer<QWidget> m_window;
+  std::vector<QPointer<QWidget>> m_tools;
 };
 
 }  // namespace brisel::qt

@@ -3,6 +3,8 @@
 #include <QMenu>
 #include <QPalette>
 #include <QTabBar>
+#include <QTextCursor>
+#include <cstdlib>
 
 #include <gtest/gtest.h>
 
@@ -10,6 +12,7 @@
 #include "controls/ToolBarControl.h"
 #include "editors/frmClass.h"
 #include "qt/ClassPane.h"
+#include "qt/HelpWindow.h"
 #include "qt/NameBox.h"
 #include "qt/PopupMenu.h"
 
@@ -209,6 +212,26 @@ TEST(Looks, ofTheEditors) {
       EXPECT_EQ(clippedIn(dialog), "");
     });
     editor.EditStereotypes();
+  }
+  QApplication::setPalette(before);
+}
+
+/// The page has the colours of the desktop, its pictures the whiteness of paper.
+TEST(Looks, ofTheHelp) {
+  const QPalette before = QApplication::palette();
+  for (const bool dark : {false, true}) {
+    QApplication::setPalette(dark ? darkPalette() : before);
+    HelpWindow window(BRISEL_BINARY_DIR "/share/brisel/help");
+    window.resize(760, 1400);
+    window.showPage("UML class diagram.html");
+    QApplication::processEvents();
+    const QImage picture = window.grab().toImage();
+    keep(picture, dark ? "help-dark" : "help-light");
+    const int ground = brightness(picture, QRect(2, 2, 10, 10));
+    EXPECT_EQ(ground < 100, dark);
+    const QTextCursor link = window.document()->find("Drawing");
+    const int ink = qGray(link.charFormat().foreground().color().rgb());
+    EXPECT_GT(std::abs(ink - ground), 110) << "links can be read";
   }
   QApplication::setPalette(before);
 }
