@@ -21,6 +21,7 @@
 #include "repository/Association.h"
 #include "repository/CLSRepository.h"
 #include "repository/Class.h"
+#include "repository/Relationships.h"
 
 namespace brisel::editors {
 class frmClass;
@@ -30,8 +31,6 @@ class MovedAssociation;
 }
 
 namespace brisel::editor {
-
-struct RelationshipType;
 
 /// The class-diagram editor: owns the canvas, the tool-bar control, the class pane, the in-place
 /// text box and the one CLSRepository through which every change of the model goes.
@@ -191,7 +190,7 @@ class CLSEditor : public platform::Object {
 
  private:
   /// What a link that is made next becomes.
-  enum class RelationshipKind { association, composite, shared, generalization };
+  using RelationshipKind = repository::RelationshipKind;
   class Busy;
   /// Of the names of classes, in points at 100 %.
   static constexpr double kNameFontSize = 15;
@@ -219,7 +218,7 @@ class CLSEditor : public platform::Object {
   void saveView();
   void drawModel();
   void drawClasses();
-  void drawRelationships(const RelationshipType& drawnType);
+  void drawRelationships(const repository::RelationshipType& drawnType);
   void restoreAreas();
   void placeBoxesWithoutArea(const std::set<std::string>& placed);
   void restorePoints();
@@ -244,8 +243,6 @@ class CLSEditor : public platform::Object {
   [[nodiscard]] bool mayDrop(Text node, Text tag, Text target) const;
   void reconnect(const std::string& key, const std::string& classKey, bool atSource);
   [[nodiscard]] std::string refusal(Text link, Text source, Text target);
-  [[nodiscard]] bool isBelow(const platform::Node& upper, const platform::Node& lower,
-                             Text ignored) const;
   void viewChanged();
   void canvasCleared();
   struct KindRow;

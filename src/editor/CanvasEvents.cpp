@@ -3,13 +3,11 @@
 #include <utility>
 
 #include "editor/CLSEditor.h"
-#include "platform/Error.h"
 
 namespace brisel::editor {
 
 using platform::make;
 using platform::Ref;
-namespace types = platform::types;
 
 namespace {
 
@@ -86,22 +84,8 @@ void CLSEditor::bindRelationship(const std::string& key, platform::DiagramLink& 
 
 Ref<platform::Node> CLSEditor::makeRelationship(const std::string& key,
                                                 const platform::DiagramLink& line) {
-  for (const Text kind : {types::kAssociation, types::kAggregation, types::kGeneralization}) {
-    if (!model().MetaNodes(kind)->find(key)) continue;
-    throw platform::Error(platform::ErrorNumber::duplicateKey,
-                          "There is a relationship under the key " + key + " already");
-  }
-  const std::string source = line.source()->key();
-  const std::string target = line.target()->key();
-  if (m_kind == RelationshipKind::association) {
-    return m_repository->MakeAssociation("New Association", key, source, target);
-  }
-  if (m_kind == RelationshipKind::generalization) {
-    return m_repository->MakeGeneralization(key, target, source);
-  }
-  const auto made = m_repository->MakeAggregation("New Aggregation", key, source, target);
-  made->SetProperty("isComposite", m_kind == RelationshipKind::composite);
-  return made;
+  return repository::makeRelationship(*m_repository, m_kind, key, line.source()->key(),
+                                      line.target()->key());
 }
 
 void CLSEditor::nodeDeleted(const std::string& key) {

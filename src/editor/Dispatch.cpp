@@ -3,7 +3,6 @@
 #include <array>
 
 #include "editor/CLSEditor.h"
-#include "editor/Relationships.h"
 
 namespace brisel::editor {
 

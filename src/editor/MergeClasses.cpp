@@ -6,13 +6,13 @@
 
 #include "editor/Busy.h"
 #include "editor/Refactoring.h"
-#include "editor/Relationships.h"
 #include "repository/MovedAssociation.h"
 
 namespace brisel::editor {
 
 using platform::each;
 using platform::Node;
+using repository::endOf;
 using repository::MovedAssociation;
 namespace types = platform::types;
 
@@ -88,7 +88,7 @@ void CLSEditor::follow(const MovedAssociation& moved) {
 
 /// Brings the lines of a class in step with the model, as far as it goes.
 void CLSEditor::followAll(Node& classNode) {
-  for (const RelationshipType& type : kRelationshipTypes) {
+  for (const repository::RelationshipType& type : repository::kRelationshipTypes) {
     for (const Text end : {type.source, type.target}) {
       for (const auto& link : each<platform::Link>(classNode.Incoming(end)->copy())) {
         const auto relationship = link.source();

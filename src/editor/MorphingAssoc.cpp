@@ -5,7 +5,6 @@
 
 #include "editor/CLSEditor.h"
 #include "editor/Refactoring.h"
-#include "editor/Relationships.h"
 
 namespace brisel::editor {
 

@@ -9,7 +9,6 @@
 
 #include "editor/Busy.h"
 #include "editor/CLSEditor.h"
-#include "editor/Relationships.h"
 #include "platform/Shell.h"
 #include "repository/Positioner.h"
 
@@ -17,6 +16,9 @@ namespace brisel::editor {
 
 using platform::each;
 using platform::Ref;
+using repository::endOf;
+using repository::kRelationshipTypes;
+using repository::RelationshipType;
 namespace types = platform::types;
 
 namespace {
