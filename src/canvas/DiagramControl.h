@@ -168,6 +168,9 @@ class DiagramControl : public platform::DiagramControl {
   [[nodiscard]] bool ShowGrid() const { return m_showGrid; }
   void ShowGrid(bool show);
 
+  void reveal(const platform::Rect& area) override {
+    if (!m_viewport.visible().contains(area)) m_viewport.centerOn(area.center());
+  }
   /// Percent.
   [[nodiscard]] double getZoom() const override { return m_viewport.zoom(); }
   /// Percent, brought into the range of 2 to 800; around the middle of the view.

@@ -143,6 +143,7 @@ void CLSEditor::terminate() {
     m_diagram->UUIDGenerator(nullptr);
     removeFromHost();
   });
+  trap("UserControl_Terminate", [this] { endTools(); });
   m_connections.clear();
   m_activeBar->objections({});
   m_diagram->linkRule({});
@@ -190,6 +191,7 @@ void CLSEditor::Repository(platform::MetaRepository* repository) {
     closePane();
   });
   m_repository->SetRepository(repository);
+  trap("Repository", [this] { showModelInTools(); });
 }
 
 void CLSEditor::HourglassOn() {

@@ -144,7 +144,8 @@ class CLSEditor : public platform::Object {
   void OpenDiagram();
   void SaveDiagram();
 
-  // Tools of the suite, on the live model: what they change is seen after the next Populate.
+  // Tools of the suite, on the live model. What the template editor changes is seen after the next
+  // Populate; what is edited in a matrix browser that tells of it is drawn at once.
   void MatrixBrowser();
   void ShowTemplateEditor();
 
@@ -160,6 +161,8 @@ class CLSEditor : public platform::Object {
   platform::Event<std::string> PopupButton;    ///< the tool's key
 
   // Ours.
+  /// The matrix browser that was opened last and not closed since; nothing without one.
+  [[nodiscard]] ObjectRef MatrixBrowser1() const;
   [[nodiscard]] platform::Ref<platform::ToolBarControl> ActiveBar21() const { return m_activeBar; }
   [[nodiscard]] platform::Ref<controls::TextBox> ClassName() const { return m_className; }
   [[nodiscard]] platform::Ref<editors::CLSClassControl> CLSClassControl1() const {
@@ -219,6 +222,7 @@ class CLSEditor : public platform::Object {
   void drawModel();
   void drawClasses();
   void drawRelationships(const repository::RelationshipType& drawnType);
+  void drawRelationship(platform::Node& relationship, const repository::RelationshipType& type);
   void restoreAreas();
   void placeBoxesWithoutArea(const std::set<std::string>& placed);
   void restorePoints();
@@ -284,6 +288,18 @@ class CLSEditor : public platform::Object {
   void PlaceClassEditor();
   void bandShown(const std::string& band);
   void bandClosed(const std::string& band);
+
+  // Tools of the suite that are open: followed where they tell what is done in them.
+  struct OpenTool {
+    ObjectRef tool;  ///< nothing for one that does not tell when it is closed
+    std::vector<platform::Connection> connections;
+  };
+  void followTool(const ObjectRef& tool);
+  void toolSelected(const std::vector<std::string>& identifiers);
+  void toolEdited(Text type, const std::string& identifier);
+  void toolClosed(const platform::Object* tool);
+  void showModelInTools();
+  void endTools();
 
   // Commands of the popup menus; `key` is the element's.
   struct ToolRow;
@@ -363,6 +379,7 @@ class CLSEditor : public platform::Object {
   ViewSettings m_view;
   ModelWatch m_watch;
   std::vector<platform::Connection> m_connections;
+  std::vector<OpenTool> m_openTools;
 
   std::string m_repositoryFileName;
   std::string m_path;

@@ -53,6 +53,7 @@ const platform::MemberTable& CLSEditor::memberTable() const {
           .method("SaveDiagram", &E::SaveDiagram)
           .method("MatrixBrowser", &E::MatrixBrowser)
           .method("ShowTemplateEditor", &E::ShowTemplateEditor)
+          .property("MatrixBrowser1", &E::MatrixBrowser1)
           .event("ClassCreated", &E::ClassCreated)
           .event("ClassDeleted", &E::ClassDeleted)
           .event("ClassMoved", &E::ClassMoved)

@@ -58,6 +58,7 @@ void CLSEditor::showRepository(platform::MetaRepository& repository) {
   m_diagram->SelectMode();
   m_diagram->Clear();
   populate();
+  showModelInTools();
 }
 
 }  // namespace brisel::editor

@@ -170,6 +170,8 @@ class DiagramControl : public Object {
   /// A word for the person on what was just done; stands until the pointer's next.
   virtual void showHint(std::string_view text) = 0;
 
+  /// Scrolls, where the area is not seen as a whole, until its middle is the view's.
+  virtual void reveal(const Rect& area) = 0;
   /// Percent.
   [[nodiscard]] virtual double getZoom() const = 0;
   /// An area of the canvas as it is seen now, in twips of the view from its upper left corner: at

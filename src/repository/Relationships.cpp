@@ -42,8 +42,8 @@ const std::array<RelationshipType, 3> kRelationshipTypes = {
                      &CLSRepository::DeleteAssociation},
     RelationshipType{types::kAggregation, types::kAggregationSource, types::kAggregationTarget,
                      &CLSRepository::DeleteAggregation},
-    RelationshipType{types::kGeneralization, types::kGeneralizationSub,
-                     types::kGeneralizationSuper, &CLSRepository::DeleteGeneralization},
+    RelationshipType{types::kGeneralization, types::kGeneralizationSub, types::kGeneralizationSuper,
+                     &CLSRepository::DeleteGeneralization},
 };
 
 const RelationshipType& relationshipTypeOf(const Node& relationship) {
@@ -71,8 +71,8 @@ Ref<Node> makeRelationship(CLSRepository& model, RelationshipKind kind, std::str
                            std::string_view source, std::string_view target) {
   for (const RelationshipType& type : kRelationshipTypes) {
     if (!model.GetRepository()->MetaNodes(type.kind)->find(identifier)) continue;
-    throw Error(ErrorNumber::duplicateKey, "There is a relationship under the key " +
-                                               std::string(identifier) + " already");
+    throw Error(ErrorNumber::duplicateKey,
+                "There is a relationship under the key " + std::string(identifier) + " already");
   }
   if (kind == RelationshipKind::association) {
     return model.MakeAssociation("New Association", identifier, source, target);
