@@ -292,13 +292,6 @@ Ref<Collection> DiagramControl::nodesIn(const platform::Rect& area) {
   return covered;
 }
 
-void DiagramControl::present(platform::DiagramNode& node) {
-  auto* box = dynamic_cast<Node*>(&node);
-  if (!box || box->scene() != &m_scene) return;
-  m_scene.selection().selectOnly(*box);
-  m_viewport.reveal(box->extent().grownBy(kGridStep));
-}
-
 void DiagramControl::showHint(std::string_view text) {
   const Ref<DiagramControl> self(this);
   m_interaction->showHint(text);

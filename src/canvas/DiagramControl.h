@@ -136,7 +136,6 @@ class DiagramControl : public platform::DiagramControl {
   bool markLink(const platform::Value& link);
   bool unmarkAll();
 
-  void present(platform::DiagramNode& node) override;
   void linkRule(platform::LinkRule rule) override { m_linkRule = std::move(rule); }
   void dropRule(platform::DropRule rule) override { m_dropRule = std::move(rule); }
 
@@ -169,6 +168,7 @@ class DiagramControl : public platform::DiagramControl {
   [[nodiscard]] bool ShowGrid() const { return m_showGrid; }
   void ShowGrid(bool show);
 
+  void reveal(const platform::Rect& area) override { m_viewport.reveal(area); }
   /// Percent.
   [[nodiscard]] double getZoom() const override { return m_viewport.zoom(); }
   /// Percent, brought into the range of 2 to 800; around the middle of the view.

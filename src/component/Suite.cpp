@@ -12,6 +12,7 @@
 #include "interchange/components.h"
 #include "repository/CLSRepository.h"
 #include "store/components.h"
+#include "tools/MatrixBrowser.h"
 
 namespace brisel::component {
 
@@ -37,6 +38,8 @@ void registerSuite(ComponentRegistry& registry) {
   });
   registry.add("BriselCLS.CLSSelectStereotype",
                [](ComponentRegistry&) { return make<editors::CLSSelectStereotype>(); });
+  registry.add("BriselUtility.MatrixBrowser",
+               [](ComponentRegistry& made) { return make<tools::MatrixBrowser>(made); });
   registry.add("Brisel.HostObject", [](ComponentRegistry&) { return make<HostObject>(); });
 }
 

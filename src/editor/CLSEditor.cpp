@@ -153,6 +153,7 @@ void CLSEditor::terminate() {
     m_diagram->UUIDGenerator(nullptr);
     removeFromHost();
   });
+  trap("UserControl_Terminate", [this] { endTools(); });
   m_connections.clear();
   m_activeBar->objections({});
   m_diagram->linkRule({});
@@ -200,6 +201,7 @@ void CLSEditor::Repository(platform::MetaRepository* repository) {
     closePane();
   });
   m_repository->SetRepository(repository);
+  trap("Repository", [this] { showModelInTools(); });
 }
 
 void CLSEditor::HourglassOn() {

@@ -22,6 +22,7 @@
 #include "repository/Association.h"
 #include "repository/CLSRepository.h"
 #include "repository/Class.h"
+#include "repository/Relationships.h"
 
 namespace brisel::editors {
 class frmClass;
@@ -34,7 +35,6 @@ namespace brisel::editor {
 
 class DrawnGeometry;
 struct DemoModel;
-struct RelationshipType;
 
 /// The class-diagram editor: owns the canvas, the tool-bar control, the class pane, the in-place
 /// text box and the one CLSRepository through which every change of the model goes.
@@ -152,7 +152,8 @@ class CLSEditor : public platform::Object {
   /// one where that is empty.
   void SaveDiagram();
 
-  // Tools of the suite, on the live model: what they change is seen after the next Populate. A tool
+  // Tools of the suite, on the live model. What the template editor changes is seen after the next
+  // Populate; what is edited in a matrix browser that tells of it is drawn at once. A tool
   // that cannot be made is passed over quietly.
   void MatrixBrowser();
   void ShowTemplateEditor();
@@ -173,6 +174,8 @@ class CLSEditor : public platform::Object {
   platform::Event<std::string> PopupButton;    ///< the tool's key
 
   // Ours.
+  /// The matrix browser that was opened last and not closed since; nothing without one.
+  [[nodiscard]] ObjectRef MatrixBrowser1() const;
   [[nodiscard]] platform::Ref<platform::ToolBarControl> ActiveBar21() const { return m_activeBar; }
   [[nodiscard]] platform::Ref<controls::TextBox> ClassName() const { return m_className; }
   [[nodiscard]] platform::Ref<editors::CLSClassControl> CLSClassControl1() const {
@@ -207,7 +210,7 @@ class CLSEditor : public platform::Object {
 
  private:
   /// What a link that is made next becomes.
-  enum class RelationshipKind { association, composite, shared, generalization };
+  using RelationshipKind = repository::RelationshipKind;
   class Busy;
   /// Of the names of classes, in points at 100 %.
   static constexpr double kNameFontSize = 15;
@@ -245,7 +248,8 @@ class CLSEditor : public platform::Object {
   void saveView();
   void drawModel();
   void drawClasses();
-  void drawRelationships(const RelationshipType& drawnType);
+  void drawRelationships(const repository::RelationshipType& drawnType);
+  void drawRelationship(platform::Node& relationship, const repository::RelationshipType& type);
   void restoreAreas();
   void placeBoxesWithoutArea(const std::set<std::string>& placed);
   void restorePoints();
@@ -270,8 +274,6 @@ class CLSEditor : public platform::Object {
   [[nodiscard]] bool mayDrop(Text node, Text tag, Text target) const;
   void reconnect(const std::string& key, const std::string& classKey, bool atSource);
   [[nodiscard]] std::string refusal(Text link, Text source, Text target);
-  [[nodiscard]] bool isBelow(const platform::Node& upper, const platform::Node& lower,
-                             Text ignored) const;
   void viewChanged();
   void canvasCleared();
   struct KindRow;
@@ -317,6 +319,19 @@ class CLSEditor : public platform::Object {
   void PlaceClassEditor();
   void bandShown(const std::string& band);
   void bandClosed(const std::string& band);
+
+  // Tools of the suite that are open: followed where they tell what is done in them.
+  struct OpenTool {
+    ObjectRef tool;  ///< nothing for one that does not tell when it is closed
+    std::vector<platform::Connection> connections;
+  };
+  void followTool(const ObjectRef& tool);
+  void toolSelected(const std::vector<std::string>& identifiers);
+  bool present(const std::vector<std::string>& identifiers);
+  void toolEdited(Text type, const std::string& identifier);
+  void toolClosed(const platform::Object* tool);
+  void showModelInTools();
+  void endTools();
 
   // Commands of the popup menus; `key` is the element's.
   struct ToolRow;
@@ -371,7 +386,7 @@ class CLSEditor : public platform::Object {
   /// An Error for one that is not drawn or has left the model.
   [[nodiscard]] ClassRef refactoredClass(Text key);
   static void requireInModel(const repository::Class& shown);
-  void present(repository::Class& made);
+  void presentResult(repository::Class& made);
   [[nodiscard]] std::string freshKey();
   void refillAndFit(repository::Class& shown);
   void placeBeside(platform::DiagramNode& box, const platform::DiagramNode& other, double gap);
@@ -388,8 +403,6 @@ class CLSEditor : public platform::Object {
   void deleteRelationship(platform::Node& relationship);
   /// The stored geometry stays. Nothing of the relationship does, even when that fails half way.
   void takeRelationshipFromModel(platform::Node& relationship);
-  /// Of a node that was made or deleted half: what is left would stand in the way.
-  static void removeRest(platform::Node& node);
   [[nodiscard]] ClassRef drawnClass(Text key);
   [[nodiscard]] AssociationRef drawnAssociation(Text key);
   void synchronizeDataTypes();
@@ -412,6 +425,7 @@ class CLSEditor : public platform::Object {
   ViewSettings m_view;
   ModelWatch m_watch;
   std::vector<platform::Connection> m_connections;
+  std::vector<OpenTool> m_openTools;
 
   std::string m_repositoryFileName;
   std::string m_lastError;

@@ -55,6 +55,7 @@ const platform::MemberTable& CLSEditor::memberTable() const {
           .method("MakeDemo", &E::MakeDemo)
           .method("MatrixBrowser", &E::MatrixBrowser)
           .method("ShowTemplateEditor", &E::ShowTemplateEditor)
+          .property("MatrixBrowser1", &E::MatrixBrowser1)
           .event("ClassCreated", &E::ClassCreated)
           .event("ClassDeleted", &E::ClassDeleted)
           .event("ClassMoved", &E::ClassMoved)

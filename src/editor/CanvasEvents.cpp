@@ -3,14 +3,12 @@
 #include <utility>
 
 #include "editor/CLSEditor.h"
-#include "editor/Relationships.h"
 #include "platform/Error.h"
 
 namespace brisel::editor {
 
 using platform::make;
 using platform::Ref;
-namespace types = platform::types;
 
 namespace {
 
@@ -69,7 +67,7 @@ Ref<platform::Node> CLSEditor::makeClass(const std::string& key) {
     return m_repository->MakeClass(kNewClass, key, "", "", "", "");
   } catch (...) {
     const auto half = platform::as<platform::Node>(classes->find(key));
-    if (half && !isTaken) removeRest(*half);
+    if (half && !isTaken) repository::removeRest(*half);
     throw;
   }
 }
@@ -99,30 +97,8 @@ void CLSEditor::bindRelationship(const std::string& key, platform::DiagramLink& 
 
 Ref<platform::Node> CLSEditor::makeRelationship(const std::string& key,
                                                 const platform::DiagramLink& line) {
-  for (const RelationshipType& type : kRelationshipTypes) {
-    if (!model().MetaNodes(type.kind)->find(key)) continue;
-    throw platform::Error(platform::ErrorNumber::duplicateKey,
-                          "There is a relationship under the key " + key + " already");
-  }
-  const std::string source = line.source()->key();
-  const std::string target = line.target()->key();
-  try {
-    if (m_kind == RelationshipKind::association) {
-      return m_repository->MakeAssociation("New Association", key, source, target);
-    }
-    if (m_kind == RelationshipKind::generalization) {
-      return m_repository->MakeGeneralization(key, target, source);
-    }
-    const auto made = m_repository->MakeAggregation("New Aggregation", key, source, target);
-    made->SetProperty("isComposite", m_kind == RelationshipKind::composite);
-    return made;
-  } catch (...) {
-    for (const RelationshipType& type : kRelationshipTypes) {
-      const auto half = platform::as<platform::Node>(model().MetaNodes(type.kind)->find(key));
-      if (half) removeRest(*half);
-    }
-    throw;
-  }
+  return repository::makeRelationship(*m_repository, m_kind, key, line.source()->key(),
+                                      line.target()->key());
 }
 
 void CLSEditor::nodeDeleted(const std::string& key) {

@@ -51,7 +51,7 @@ CLSEditor::ClassRef CLSEditor::ExtractAttributeToClass(repository::Class& owner,
     part->clsObject()->SetProperty("SourceRoleName", name);
     noteExtracted(*part);
   }
-  present(*made);
+  presentResult(*made);
   synchronizeDataTypes();
   return made;
 }

@@ -84,6 +84,7 @@ void CLSEditor::showRepository(platform::MetaRepository& repository) {
   try {
     takeRepository(&repository);
     populate();
+    showModelInTools();
   } catch (...) {
     takeRepository(before.get());
     if (before) redraw(drawn);

@@ -6,13 +6,13 @@
 
 #include "editor/Busy.h"
 #include "editor/Refactoring.h"
-#include "editor/Relationships.h"
 #include "repository/MovedAssociation.h"
 
 namespace brisel::editor {
 
 using platform::each;
 using platform::Node;
+using repository::endOf;
 using repository::MovedAssociation;
 namespace types = platform::types;
 
@@ -36,7 +36,7 @@ void CLSEditor::MergeClasses() {
     if (!made) return;
     merge(merged, *made);
     if (first) placeBeside(*made->Node(), *first->Node(), kGap);
-    present(*made);
+    presentResult(*made);
     synchronizeDataTypes();
   });
 }
@@ -121,7 +121,7 @@ void CLSEditor::restoreLines() {
     const AssociationRef shown = GetAssociationFromLink(line.key());
     if (!shown) continue;
     const auto old = shown->clsObject();
-    const RelationshipType& type = relationshipTypeOf(*old);
+    const repository::RelationshipType& type = relationshipTypeOf(*old);
     const auto found = platform::as<Node>(model().MetaNodes(type.kind)->find(line.key()));
     const auto source = found ? endOf(*found, type.source) : nullptr;
     const auto target = found ? endOf(*found, type.target) : nullptr;
@@ -130,7 +130,7 @@ void CLSEditor::restoreLines() {
       if (found != old) follow({found, reversed ? target : source, reversed ? source : target});
       continue;
     }
-    if (found) removeRest(*found);
+    if (found) repository::removeRest(*found);
     const auto made = makeReplacement(*shown, type.kind);
     m_repository->CopyProperties(*old, *made);
     shown->clsObject(made.get());

@@ -5,7 +5,6 @@
 
 #include "controls/Row.h"
 #include "editor/Refactoring.h"
-#include "editor/Relationships.h"
 
 namespace brisel::editor {
 
@@ -102,7 +101,9 @@ void CLSEditor::toGeneralization(Association& morphed) {
   const auto line = morphed.link();
   const ClassRef sub = drawnClass(line->source()->key());
   const ClassRef super = drawnClass(line->target()->key());
-  if (isBelow(*sub->clsObject(), *super->clsObject(), line->key())) {
+  const auto circle =
+      repository::inheritanceRefusal(*sub->clsObject(), *super->clsObject(), line->key());
+  if (!circle.empty()) {
     m_diagram->showHint(inheritsFromItself(*sub->clsObject()));
   }
 }
@@ -149,7 +150,7 @@ void CLSEditor::replace(Association& morphed, Text kind, const CopyProperties& c
     if (stereotype) m_repository->SetStereotype(*made, stereotype.get());
   } catch (...) {
     const auto half = platform::as<Node>(type->find(key));
-    if (half && !isTaken) removeRest(*half);
+    if (half && !isTaken) repository::removeRest(*half);
     throw;
   }
   morphed.clsObject(made.get());

@@ -65,8 +65,8 @@ void CLSEditor::requireInModel(const repository::Class& shown) {
 }
 
 /// What is selected is the result: the next command is meant for it.
-void CLSEditor::present(repository::Class& made) {
-  m_diagram->present(*made.Node());
+void CLSEditor::presentResult(repository::Class& made) {
+  present({made.Node()->key()});
   if (m_classControl->Visible()) showInPane(made);
 }
 

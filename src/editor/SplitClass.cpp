@@ -68,7 +68,7 @@ void CLSEditor::split(repository::Class& old, editors::frmClass& answers, bool s
                    old.clsObject()->identifier(), made->clsObject()->identifier());
     if (inherits) noteExtracted(*inherits);
   }
-  present(*made);
+  presentResult(*made);
   synchronizeDataTypes();
 }
 

@@ -162,10 +162,6 @@ class DiagramControl : public Object {
   /// The nodes of which the area covers more than an edge, in the order of creation.
   [[nodiscard]] virtual Ref<Collection> nodesIn(const Rect& area) = 0;
 
-  /// Shows a person what was just made: selects the node alone and scrolls as little as brings it
-  /// into view.
-  virtual void present(DiagramNode& node) = 0;
-
   /// What a person may join and drop; with no rule everything goes. Calls of `createLink` are not
   /// asked about.
   virtual void linkRule(LinkRule rule) = 0;
@@ -175,6 +171,8 @@ class DiagramControl : public Object {
   /// another hint.
   virtual void showHint(std::string_view text) = 0;
 
+  /// Scrolls as little as brings the area into view; of a larger one its upper left part.
+  virtual void reveal(const Rect& area) = 0;
   /// Percent.
   [[nodiscard]] virtual double getZoom() const = 0;
   /// An area of the canvas as it is seen now, in twips of the view from its upper left corner: at
