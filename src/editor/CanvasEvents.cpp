@@ -10,6 +10,8 @@ namespace brisel::editor {
 using platform::make;
 using platform::Ref;
 
+namespace types = platform::types;
+
 namespace {
 
 constexpr std::string_view kClassItem = "__Class";

@@ -121,7 +121,7 @@ void CLSEditor::restoreLines() {
     const AssociationRef shown = GetAssociationFromLink(line.key());
     if (!shown) continue;
     const auto old = shown->clsObject();
-    const repository::RelationshipType& type = relationshipTypeOf(*old);
+    const repository::RelationshipType& type = repository::relationshipTypeOf(*old);
     const auto found = platform::as<Node>(model().MetaNodes(type.kind)->find(line.key()));
     const auto source = found ? endOf(*found, type.source) : nullptr;
     const auto target = found ? endOf(*found, type.target) : nullptr;

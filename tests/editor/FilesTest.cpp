@@ -152,7 +152,7 @@ TEST_F(Files, aModelThatFailsWhileItIsDrawnIsGivenBack) {
   use(bench, kImporter, importer);
   int failures = 0;
   for (std::int64_t call = 1; call < 400; ++call) {
-    failing->failAt(call);
+    failing->failAt(test::FailingRepository::When::called, call);
     open();
     if (bench.editor->LastError().empty()) break;
     ++failures;
