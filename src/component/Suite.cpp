@@ -11,6 +11,7 @@
 #include "interchange/components.h"
 #include "repository/CLSRepository.h"
 #include "store/components.h"
+#include "tools/Template.h"
 
 namespace brisel::component {
 
@@ -35,6 +36,8 @@ void registerSuite(ComponentRegistry& registry) {
   });
   registry.add("BriselCLS.CLSSelectStereotype",
                [](ComponentRegistry&) { return make<editors::CLSSelectStereotype>(); });
+  registry.add("BriselTemplateEditor.Template",
+               [](ComponentRegistry& made) { return make<tools::Template>(made); });
   registry.add("Brisel.HostObject", [](ComponentRegistry&) { return make<HostObject>(); });
 }
 

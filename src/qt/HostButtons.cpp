@@ -22,7 +22,7 @@ constexpr HostButton kButtons[] = {
     {"Open", "Open diagram", true, "FileOpen"},
     {"Stereotypes", "edit stereotypes"},
     {"MatrixBrowser", "browse all relationships in a matrix", false},
-    {"Template", "edit code templates", false},
+    {"Template", "edit code templates"},
     {"Demo", "fill the model with a demo", false},
     {"", ""},
 };
