@@ -84,10 +84,8 @@ void addGenerate(CLI::App& app, GenerateOptions& options) {
                      "Name of a template, such as C++, or path of one (.tml)");
   command.add_option("-o,--output", options.output,
                      "Folder to write to; nothing is written when a file there differs");
-  command
-      .add_option("--class", options.classes,
-                  "Name of a class; may be given several times. All classes without it")
-      ->expected(1);
+  command.add_option("--class", options.classes,
+                     "Names of the classes; all of them without it");
   command.add_flag("--force", options.force, "Overwrite files that differ");
   command.add_flag("--list", options.list, "List the templates");
   command.callback([&options] { options.list ? listTemplates() : generate(options); });

@@ -13,6 +13,7 @@
 #include "repository/CLSRepository.h"
 #include "store/components.h"
 #include "tools/MatrixBrowser.h"
+#include "tools/Template.h"
 
 namespace brisel::component {
 
@@ -40,6 +41,8 @@ void registerSuite(ComponentRegistry& registry) {
                [](ComponentRegistry&) { return make<editors::CLSSelectStereotype>(); });
   registry.add("BriselUtility.MatrixBrowser",
                [](ComponentRegistry& made) { return make<tools::MatrixBrowser>(made); });
+  registry.add("BriselTemplateEditor.Template",
+               [](ComponentRegistry& made) { return make<tools::Template>(made); });
   registry.add("Brisel.HostObject", [](ComponentRegistry&) { return make<HostObject>(); });
 }
 

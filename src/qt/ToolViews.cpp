@@ -1,17 +1,20 @@
 #include "qt/ToolViews.h"
 
 #include <array>
+#include <memory>
 
 #include "qt/MatrixWindow.h"
+#include "qt/TemplateWindow.h"
 
 namespace brisel::qt {
 
 namespace {
 
+/// A window for a tool of the wanted kind; nothing for a host's own tool under the same name.
 template <class Tool, class Window>
 QWidget* make(platform::Object& object) {
   auto* tool = dynamic_cast<Tool*>(&object);
-  return tool ? new Window(platform::Ref<Tool>(tool)) : nullptr;
+  return tool ? std::make_unique<Window>(platform::Ref<Tool>(tool)).release() : nullptr;
 }
 
 struct ToolView {
@@ -20,6 +23,7 @@ struct ToolView {
 };
 
 constexpr std::array kViews = {
+    ToolView{"BriselTemplateEditor.Template", &make<tools::Template, TemplateWindow>},
     ToolView{"BriselUtility.MatrixBrowser", &make<tools::MatrixBrowser, MatrixWindow>},
 };
 

@@ -1,7 +1,9 @@
 #include <QAbstractButton>
 #include <QLabel>
+#include <QListWidget>
 #include <QMenu>
 #include <QPalette>
+#include <QPlainTextEdit>
 #include <QTabBar>
 #include <QTextCursor>
 #include <cstdlib>
@@ -9,12 +11,14 @@
 #include <gtest/gtest.h>
 
 #include "WindowBench.h"
+#include "component/ModelFile.h"
 #include "controls/ToolBarControl.h"
 #include "editors/frmClass.h"
 #include "qt/ClassPane.h"
 #include "qt/HelpWindow.h"
 #include "qt/NameBox.h"
 #include "qt/PopupMenu.h"
+#include "qt/TemplateWindow.h"
 
 namespace brisel::qt {
 namespace {
@@ -232,6 +236,44 @@ TEST(Looks, ofTheHelp) {
     const QTextCursor link = window.document()->find("Drawing");
     const int ink = qGray(link.charFormat().foreground().color().rgb());
     EXPECT_GT(std::abs(ink - ground), 110) << "links can be read";
+  }
+  QApplication::setPalette(before);
+}
+
+/// The template editor on a real model: whole, with a fault, and on a few classes.
+TEST(Looks, ofTheTemplateEditor) {
+  WindowBench bench;
+  const auto model = component::readModel(bench.registry,
+                                          {BRISEL_SOURCE_DIR "/examples/city-building.dim"});
+  const auto held = platform::make<tools::Template>(bench.registry);
+  tools::Template& tool = *held;
+  tool.SetRepository(*model.repository);
+  tool.WorkDirectory(BRISEL_SOURCE_DIR "/data/templates");
+  tool.templateName("C++.tml");
+  const std::string text = tool.Text();
+  const QPalette before = QApplication::palette();
+  for (const bool dark : {false, true}) {
+    QApplication::setPalette(dark ? darkPalette() : before);
+    TemplateWindow window(held);
+    window.show();
+    const auto picture = [&](const char* name) {
+      EXPECT_TRUE(WindowBench::waitFor([&] { return window.isSettled(); }));
+      QApplication::processEvents();
+      const QImage image = window.grab().toImage().convertToFormat(QImage::Format_RGB32);
+      keep(image, (std::string("templates-") + name + (dark ? "-dark" : "-light")).c_str());
+      return brightness(image, QRect(image.width() - 120, image.height() / 2, 60, 60));
+    };
+    const int ground = picture("whole");
+    EXPECT_EQ(ground < 100, dark);
+    tool.Text(text + "\n{{#classes}}\n{{nmae}}\n{{/classes}}\n");
+    auto* const edit = window.findChild<QPlainTextEdit*>("Text");
+    edit->moveCursor(QTextCursor::End);
+    picture("fault");
+    edit->moveCursor(QTextCursor::Start);
+    tool.Text(text);
+    window.findChild<QListWidget*>("Classes")->item(2)->setSelected(true);
+    picture("selected");
+    tool.Select(*platform::make<platform::ValueArray>(std::vector<platform::Value>()));
   }
   QApplication::setPalette(before);
 }
