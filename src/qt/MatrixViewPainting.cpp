@@ -5,6 +5,7 @@
 #include <QScrollBar>
 #include <algorithm>
 
+#include "qt/Looks.h"
 #include "qt/MatrixView.h"
 #include "qt/Text.h"
 #include "tools/MatrixWords.h"
@@ -63,12 +64,12 @@ void MatrixView::paintEvent(QPaintEvent* event) {
             .hovered = m_hovered,
             .ground = colors.color(QPalette::Base),
             .faint = colors.color(QPalette::Window),
-            .line = translucent(colors.color(QPalette::Text), 34),
+            .line = mixed(colors.color(QPalette::Base), colors.color(QPalette::Text), 0.13F),
             .text = colors.color(QPalette::Text),
             .highlight = colors.color(QPalette::Highlight),
             .hasFocus = hasFocus()};
-  painter.fillRect(viewport()->rect(), look.faint);
   if (count() == 0) {
+    painter.fillRect(viewport()->rect(), look.faint);
     painter.setPen(look.text);
     painter.drawText(viewport()->rect(), Qt::AlignCenter | Qt::TextWordWrap, emptyText());
     return;
@@ -88,8 +89,9 @@ void MatrixView::paintEvent(QPaintEvent* event) {
   painter.setClipRect(event->rect());
   paintRowNames(painter, look);
   paintColumnNames(painter, look);
-  if (!hasNames()) return;
   painter.setClipRect(event->rect());
+  painter.fillRect(QRect(0, 0, m_left, m_top), look.faint);
+  if (!hasNames()) return;
   painter.setFont(nameFont());
   painter.setPen(translucent(look.text, 140));
   painter.drawText(QRect(0, 0, m_left - 6, m_top - 4), Qt::AlignRight | Qt::AlignBottom,
@@ -100,7 +102,20 @@ void MatrixView::paintEvent(QPaintEvent* event) {
 void MatrixView::paintGround(QPainter& painter, const Look& look) {
   const QPoint corner = areaOf({look.rows.first + 1, look.columns.first + 1}).topLeft();
   const QRect cells(corner, areaOf({look.rows.last, look.columns.last}).bottomRight());
+  // Every pixel once, and lines opaque: in a large window the ground is most of what is painted.
   painter.fillRect(cells, look.ground);
+  painter.fillRect(look.body.adjusted(cells.right() + 1 - look.body.left(), 0, 0, 0), look.faint);
+  painter.fillRect(look.body.adjusted(0, cells.bottom() + 1 - look.body.top(), 0, 0), look.faint);
+  if (m_cell >= kLeastGrid) {
+    for (qint64 row = look.rows.first; row < look.rows.last; ++row) {
+      const int y = areaOf({row + 1, 0}).bottom();
+      painter.fillRect(QRect(cells.left(), y, cells.width(), 1), look.line);
+    }
+    for (qint64 column = look.columns.first; column < look.columns.last; ++column) {
+      const int x = areaOf({0, column + 1}).right();
+      painter.fillRect(QRect(x, cells.top(), 1, cells.height()), look.line);
+    }
+  }
   const QColor tint = translucent(look.highlight, 22);
   const auto firstSeen = std::min(look.rows.first, look.columns.first);
   const auto lastSeen = std::max(look.rows.last, look.columns.last);
@@ -113,16 +128,6 @@ void MatrixView::paintGround(QPainter& painter, const Look& look) {
   const auto to = std::min(look.rows.last, look.columns.last);
   for (qint64 place = from; place < to; ++place) {
     painter.fillRect(blockOf(place, place), translucent(look.text, 26));
-  }
-  if (m_cell >= kLeastGrid) {
-    for (qint64 row = look.rows.first; row < look.rows.last; ++row) {
-      const int y = areaOf({row + 1, 0}).bottom();
-      painter.fillRect(QRect(cells.left(), y, cells.width(), 1), look.line);
-    }
-    for (qint64 column = look.columns.first; column < look.columns.last; ++column) {
-      const int x = areaOf({0, column + 1}).right();
-      painter.fillRect(QRect(x, cells.top(), 1, cells.height()), look.line);
-    }
   }
   painter.setBrush(Qt::NoBrush);
   painter.setPen(translucent(look.highlight, 130));
