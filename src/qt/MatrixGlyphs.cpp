@@ -4,6 +4,9 @@
 #include <QPolygonF>
 #include <algorithm>
 #include <array>
+#include <utility>
+
+#include "qt/Looks.h"
 
 namespace brisel::qt {
 
@@ -22,14 +25,6 @@ constexpr std::array<std::pair<QRgb, QRgb>, 4> kColors = {{
     {0xff7b3fb5, 0xffc79cf2},
 }};
 
-QColor mixed(const QColor& one, const QColor& other, double share) {
-  const auto part = [&](float a, float b) {
-    return static_cast<float>(a * (1 - share) + b * share);
-  };
-  return QColor::fromRgbF(part(one.redF(), other.redF()), part(one.greenF(), other.greenF()),
-                          part(one.blueF(), other.blueF()));
-}
-
 }  // namespace
 
 void MatrixGlyphs::palette(const QPalette& palette) {
@@ -41,7 +36,7 @@ void MatrixGlyphs::palette(const QPalette& palette) {
 QColor MatrixGlyphs::color(Kind kind, bool forward) const {
   const auto& [light, dark] = kColors[static_cast<std::size_t>(kind)];
   const QColor color(m_isDark ? dark : light);
-  return forward ? color : mixed(color, m_ground, 0.45);
+  return forward ? color : mixed(color, m_ground, 0.45F);
 }
 
 const QPixmap& MatrixGlyphs::glyph(Kind kind, bool forward, QSize size, double ratio) {

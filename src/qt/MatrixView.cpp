@@ -65,7 +65,10 @@ MatrixView::MatrixView(platform::Ref<tools::MatrixBrowser> browser, QWidget* par
   m_follow.setSingleShot(true);
   m_follow.setInterval(0);
   connect(&m_follow, &QTimer::timeout, this, [this] { follow(); });
-  m_connections.push_back(m_browser->Changed.connect([this] { m_follow.start(); }));
+  m_connections.push_back(m_browser->Changed.connect([this] {
+    m_names.clear();
+    m_follow.start();
+  }));
   m_connections.push_back(m_browser->CurrentChanged.connect([this] { followCurrent(); }));
   m_connections.push_back(m_browser->MenuAsked.connect([this](int row, int column) {
     const Cell cell{row, column};
@@ -86,6 +89,7 @@ void MatrixView::follow() {
 
 /// The room that the longest names need. Of very many only the longest by their letters count.
 void MatrixView::measureNames() {
+  m_names.clear();
   if (!hasNames()) {
     m_left = m_top = kNoNames;
     return;
@@ -272,7 +276,10 @@ void MatrixView::scrollContentsBy(int, int) { viewport()->update(); }
 
 void MatrixView::changeEvent(QEvent* event) {
   QAbstractScrollArea::changeEvent(event);
-  if (event->type() == QEvent::PaletteChange) m_glyphs.palette(palette());
+  if (event->type() == QEvent::PaletteChange) {
+    m_glyphs.palette(palette());
+    m_names.clear();
+  }
   if (event->type() == QEvent::FontChange) follow();
 }
 

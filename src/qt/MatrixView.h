@@ -2,6 +2,7 @@
 
 #include <QAbstractScrollArea>
 #include <QTimer>
+#include <map>
 #include <utility>
 #include <vector>
 
@@ -90,6 +91,7 @@ class MatrixView : public QAbstractScrollArea {
   [[nodiscard]] QRect blockOf(qint64 firstPlace, qint64 lastPlace) const;
   [[nodiscard]] QString emptyText();
 
+  [[nodiscard]] const QPixmap& name(qint64 place, Qt::Orientation orientation);
   void paintGround(QPainter& painter, const Look& look);
   void paintMarks(QPainter& painter, const Look& look);
   void paintCell(QPainter& painter, const QRect& area, const tools::Matrix::Mark* marks,
@@ -105,8 +107,10 @@ class MatrixView : public QAbstractScrollArea {
   int m_top = 0;
   Cell m_hovered;
   QPoint m_panned{-1, -1};  ///< where the pointer was last while it moves the view
-  std::vector<std::pair<qint64, qint64>> m_groups;  ///< first and last place
-  std::vector<tools::Matrix::Mark> m_marks;         ///< of the row that is painted
+  std::vector<std::pair<qint64, qint64>> m_groups;                ///< first and last place
+  std::vector<tools::Matrix::Mark> m_marks;                       ///< of the row that is painted
+  std::map<std::pair<qint64, Qt::Orientation>, QPixmap> m_names;  ///< made ready, by place
+  double m_namesRatio = 0;  ///< of the screen that they were made for
   QTimer m_follow;
   std::vector<platform::Connection> m_connections;
 };

@@ -5,6 +5,7 @@
 #include <QScrollBar>
 #include <algorithm>
 
+#include "qt/Looks.h"
 #include "qt/MatrixView.h"
 #include "qt/Text.h"
 #include "tools/MatrixWords.h"
@@ -16,6 +17,7 @@ using tools::Matrix;
 namespace {
 
 constexpr int kLeastGrid = 6;      ///< smaller cells have no lines between them
+constexpr int kNameGap = 6;        ///< before and behind a name
 constexpr int kLeastGlyph = 13;    ///< smaller cells have coloured blocks for relationships
 constexpr std::size_t kLines = 3;  ///< glyphs in a cell; of more, their number is told
 
@@ -62,12 +64,12 @@ void MatrixView::paintEvent(QPaintEvent* event) {
             .hovered = m_hovered,
             .ground = colors.color(QPalette::Base),
             .faint = colors.color(QPalette::Window),
-            .line = translucent(colors.color(QPalette::Text), 34),
+            .line = mixed(colors.color(QPalette::Base), colors.color(QPalette::Text), 0.13F),
             .text = colors.color(QPalette::Text),
             .highlight = colors.color(QPalette::Highlight),
             .hasFocus = hasFocus()};
-  painter.fillRect(viewport()->rect(), look.faint);
   if (count() == 0) {
+    painter.fillRect(viewport()->rect(), look.faint);
     painter.setPen(look.text);
     painter.drawText(viewport()->rect(), Qt::AlignCenter | Qt::TextWordWrap, emptyText());
     return;
@@ -85,11 +87,12 @@ void MatrixView::paintEvent(QPaintEvent* event) {
   frame(look.hovered, translucent(look.highlight, 160), 1);
   frame(look.current, look.hasFocus ? look.highlight : translucent(look.text, 140), 2);
   painter.setClipRect(event->rect());
-  painter.setFont(nameFont());
   paintRowNames(painter, look);
   paintColumnNames(painter, look);
-  if (!hasNames()) return;
   painter.setClipRect(event->rect());
+  painter.fillRect(QRect(0, 0, m_left, m_top), look.faint);
+  if (!hasNames()) return;
+  painter.setFont(nameFont());
   painter.setPen(translucent(look.text, 140));
   painter.drawText(QRect(0, 0, m_left - 6, m_top - 4), Qt::AlignRight | Qt::AlignBottom,
                    tr("from row\nto column"));
@@ -99,7 +102,20 @@ void MatrixView::paintEvent(QPaintEvent* event) {
 void MatrixView::paintGround(QPainter& painter, const Look& look) {
   const QPoint corner = areaOf({look.rows.first + 1, look.columns.first + 1}).topLeft();
   const QRect cells(corner, areaOf({look.rows.last, look.columns.last}).bottomRight());
+  // Every pixel once, and lines opaque: in a large window the ground is most of what is painted.
   painter.fillRect(cells, look.ground);
+  painter.fillRect(look.body.adjusted(cells.right() + 1 - look.body.left(), 0, 0, 0), look.faint);
+  painter.fillRect(look.body.adjusted(0, cells.bottom() + 1 - look.body.top(), 0, 0), look.faint);
+  if (m_cell >= kLeastGrid) {
+    for (qint64 row = look.rows.first; row < look.rows.last; ++row) {
+      const int y = areaOf({row + 1, 0}).bottom();
+      painter.fillRect(QRect(cells.left(), y, cells.width(), 1), look.line);
+    }
+    for (qint64 column = look.columns.first; column < look.columns.last; ++column) {
+      const int x = areaOf({0, column + 1}).right();
+      painter.fillRect(QRect(x, cells.top(), 1, cells.height()), look.line);
+    }
+  }
   const QColor tint = translucent(look.highlight, 22);
   const auto firstSeen = std::min(look.rows.first, look.columns.first);
   const auto lastSeen = std::max(look.rows.last, look.columns.last);
@@ -112,16 +128,6 @@ void MatrixView::paintGround(QPainter& painter, const Look& look) {
   const auto to = std::min(look.rows.last, look.columns.last);
   for (qint64 place = from; place < to; ++place) {
     painter.fillRect(blockOf(place, place), translucent(look.text, 26));
-  }
-  if (m_cell >= kLeastGrid) {
-    for (qint64 row = look.rows.first; row < look.rows.last; ++row) {
-      const int y = areaOf({row + 1, 0}).bottom();
-      painter.fillRect(QRect(cells.left(), y, cells.width(), 1), look.line);
-    }
-    for (qint64 column = look.columns.first; column < look.columns.last; ++column) {
-      const int x = areaOf({0, column + 1}).right();
-      painter.fillRect(QRect(x, cells.top(), 1, cells.height()), look.line);
-    }
   }
   painter.setBrush(Qt::NoBrush);
   painter.setPen(translucent(look.highlight, 130));
@@ -194,23 +200,47 @@ void MatrixView::paintCell(QPainter& painter, const QRect& area, const Matrix::M
   }
 }
 
+/// The name of a class, as wide as a row or a column and as long as there is room. Made once: text,
+/// and upright text most of all, takes longer than everything else in a frame.
+const QPixmap& MatrixView::name(qint64 place, Qt::Orientation orientation) {
+  constexpr std::size_t kMostNames = 2000;
+  const double ratio = devicePixelRatioF();
+  if (m_names.size() > kMostNames || ratio != m_namesRatio) m_names.clear();
+  m_namesRatio = ratio;
+  const auto [entry, isNew] = m_names.try_emplace({place, orientation});
+  if (!isNew) return entry->second;
+  const bool isRow = orientation == Qt::Horizontal;
+  const int length = isRow ? m_left : m_top;
+  QPixmap picture((isRow ? QSize(length, m_cell) : QSize(m_cell, length)) * ratio);
+  picture.setDevicePixelRatio(ratio);
+  picture.fill(Qt::transparent);
+  QPainter painter(&picture);
+  painter.setFont(nameFont());
+  painter.setPen(palette().color(QPalette::WindowText));
+  if (!isRow) {
+    painter.translate(0, length);
+    painter.rotate(-90);
+  }
+  const tools::Matrix::Class& shown = m_browser->matrix().at(static_cast<std::size_t>(place));
+  const QString text = QFontMetrics(painter.font())
+                           .elidedText(toQt(tools::titleOf(*shown.node)).simplified(),
+                                       Qt::ElideRight, length - 2 * kNameGap);
+  painter.drawText(QRect(kNameGap, 0, length - 2 * kNameGap, m_cell),
+                   Qt::AlignVCenter | (isRow ? Qt::AlignRight : Qt::AlignLeft), text);
+  return entry->second = std::move(picture);
+}
+
 void MatrixView::paintRowNames(QPainter& painter, const Look& look) {
-  const Matrix& matrix = m_browser->matrix();
   const QRect room(0, look.body.top(), m_left, look.body.height());
   painter.setClipRect(room);
   painter.fillRect(room, look.faint);
-  const QFontMetrics metrics(painter.font());
   for (qint64 row = look.rows.first; row < look.rows.last; ++row) {
     const QRect area = areaOf({row + 1, 0});
     const bool isCurrent = look.hasFocus && row + 1 == look.current.row;
     if (isCurrent) painter.fillRect(area, translucent(look.highlight, 60));
     if (row + 1 == look.hovered.row) painter.fillRect(area, translucent(look.highlight, 60));
     if (!hasNames()) continue;
-    painter.setPen(look.text);
-    const QString name =
-        toQt(tools::titleOf(*matrix.at(static_cast<std::size_t>(row)).node)).simplified();
-    painter.drawText(area.adjusted(6, 0, -6, 0), Qt::AlignRight | Qt::AlignVCenter,
-                     metrics.elidedText(name, Qt::ElideRight, m_left - 12));
+    painter.drawPixmap(area.topLeft(), name(row, Qt::Horizontal));
   }
   if (look.current.column == 0 && look.current.row > 0 && look.hasFocus) {
     painter.setPen(QPen(look.highlight, 2));
@@ -222,26 +252,16 @@ void MatrixView::paintRowNames(QPainter& painter, const Look& look) {
 
 /// Read from below, so that a name begins at its column.
 void MatrixView::paintColumnNames(QPainter& painter, const Look& look) {
-  const Matrix& matrix = m_browser->matrix();
   const QRect room(look.body.left(), 0, look.body.width(), m_top);
   painter.setClipRect(room);
   painter.fillRect(room, look.faint);
-  const QFontMetrics metrics(painter.font());
-  const QTransform upright = painter.transform();
   for (qint64 column = look.columns.first; column < look.columns.last; ++column) {
     const QRect area = areaOf({0, column + 1});
     const bool isCurrent = look.hasFocus && column + 1 == look.current.column;
     if (isCurrent) painter.fillRect(area, translucent(look.highlight, 60));
     if (column + 1 == look.hovered.column) painter.fillRect(area, translucent(look.highlight, 60));
     if (!hasNames()) continue;
-    painter.setPen(look.text);
-    const QString name =
-        toQt(tools::titleOf(*matrix.at(static_cast<std::size_t>(column)).node)).simplified();
-    painter.translate(area.left(), m_top);
-    painter.rotate(-90);
-    painter.drawText(QRect(6, 0, m_top - 12, area.width()), Qt::AlignLeft | Qt::AlignVCenter,
-                     metrics.elidedText(name, Qt::ElideRight, m_top - 12));
-    painter.setTransform(upright);
+    painter.drawPixmap(area.topLeft(), name(column, Qt::Vertical));
   }
   if (look.current.row == 0 && look.current.column > 0 && look.hasFocus) {
     painter.setPen(QPen(look.highlight, 2));

@@ -18,7 +18,7 @@ struct Words {
 
 constexpr std::array kWords = {
     Words{RelationshipKind::association, "association", "is associated with"},
-    Words{RelationshipKind::shared, "shared", "shares"},
+    Words{RelationshipKind::shared, "shared", "aggregates"},
     Words{RelationshipKind::composite, "composite", "is composed of"},
     Words{RelationshipKind::generalization, "generalization", "is a sub class of"},
 };
@@ -30,14 +30,19 @@ const Words& wordsOf(RelationshipKind kind) {
   return kWords.front();
 }
 
-/// "1 to 0..*", with "?" for an end that has none; empty when none has.
-std::string multiplicities(const platform::Node& node) {
-  std::string source = node.GetProperty("SourceMultiplicity").text();
-  std::string target = node.GetProperty("TargetMultiplicity").text();
+/// "1 order to 0..* lines": multiplicity and role of each end, "?" for one that has none; empty
+/// when none has.
+std::string endsOf(const platform::Node& node) {
+  const auto end = [&](std::string_view multiplicity, std::string_view role) {
+    std::string text = node.GetProperty(multiplicity).text();
+    const std::string name = node.GetProperty(role).text();
+    if (!name.empty()) text += (text.empty() ? "" : " ") + name;
+    return text;
+  };
+  const std::string source = end("SourceMultiplicity", "SourceRoleName");
+  const std::string target = end("TargetMultiplicity", "TargetRolename");
   if (source.empty() && target.empty()) return {};
-  if (source.empty()) source = "?";
-  if (target.empty()) target = "?";
-  return source + " to " + target;
+  return (source.empty() ? "?" : source) + " to " + (target.empty() ? "?" : target);
 }
 
 }  // namespace
@@ -70,7 +75,7 @@ std::string sentenceOn(const ModelRelations::Relationship& relationship) {
   std::string details;
   const std::string name = relationship.node->name();
   if (!name.empty()) details = '"' + name + '"';
-  if (const std::string ends = multiplicities(*relationship.node); !ends.empty()) {
+  if (const std::string ends = endsOf(*relationship.node); !ends.empty()) {
     details += (details.empty() ? "" : ", ") + ends;
   }
   const std::string stereotype = repository::stereotypeLabel(*relationship.node);

@@ -18,7 +18,7 @@ namespace brisel::tools {
 [[nodiscard]] std::string titleOf(const platform::Node& node);
 /// "Order <<entity>>: 3 relationships".
 [[nodiscard]] std::string sentenceOn(const ModelRelations::Class& shown);
-/// "Order is composed of OrderLine ("lines", 1 to 1..*)". The relationship is complete.
+/// "Order is composed of OrderLine ("has", 1 order to 1..* lines)". The relationship is complete.
 [[nodiscard]] std::string sentenceOn(const ModelRelations::Relationship& relationship);
 
 }  // namespace brisel::tools

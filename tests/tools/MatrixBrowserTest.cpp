@@ -85,8 +85,9 @@ TEST_F(MatrixBrowserTest, showsKindsAndDirections) {
   EXPECT_EQ(cell("Part", "Part"), "in:shared>") << "a loop is met once";
   EXPECT_EQ(cell("Note", "Order"), "");
   find("Aggregation", "lines")->SetProperty("TargetMultiplicity", "1..*");
+  find("Aggregation", "lines")->SetProperty("TargetRolename", "lines");
   EXPECT_EQ(browser->Words(at("Line"), at("Order")),
-            "Order is composed of Line (\"New Aggregation\", ? to 1..*)");
+            "Order is composed of Line (\"New Aggregation\", ? to 1..* lines)");
   EXPECT_EQ(browser->Words(at("Special"), at("Order")), "Special is a sub class of Order");
   EXPECT_EQ(browser->Words(at("Note"), at("Line")), "Nothing joins Note and Line");
   EXPECT_EQ(browser->Words(at("Part"), 0), "Part <<entity>>: 1 relationship");
