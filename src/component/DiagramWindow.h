@@ -86,6 +86,7 @@ class DiagramWindow : public platform::Object, public DiagramMembers {
   }
   [[nodiscard]] ClassRef GetClassFromNode(Text key) { return editor()->GetClassFromNode(key); }
   void PropertyNode(std::int64_t no) { editor()->PropertyNode(no); }
+  void MakeDemo() { editor()->MakeDemo(); }
   void MatrixBrowser() { editor()->MatrixBrowser(); }
   void OpenDiagram() { editor()->OpenDiagram(); }
   void SaveDiagram() { editor()->SaveDiagram(); }

@@ -1,6 +1,7 @@
 #include "qt/CLSEditorWidget.h"
 
 #include "qt/HelpWindow.h"
+#include "qt/HostButtons.h"
 #include "qt/HostObjects.h"
 #include "qt/Suite.h"
 #include "qt/Text.h"
@@ -25,7 +26,15 @@ CLSEditorWidget::CLSEditorWidget(platform::ComponentRegistry& registry, QWidget*
 
 CLSEditorWidget::~CLSEditorWidget() {
   m_events.clear();
+  m_buttons.reset();
   editor().terminate();
+}
+
+void CLSEditorWidget::showEvent(QShowEvent* event) {
+  if (m_drawingTools && !m_buttons) {
+    m_buttons = std::make_unique<HostButtons>(editor(), m_registry.installationFolder());
+  }
+  EditorWidget::showEvent(event);
 }
 
 void CLSEditorWidget::passEventsOn() {

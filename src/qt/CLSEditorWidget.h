@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -8,6 +9,7 @@
 namespace brisel::qt {
 
 class HelpWindow;
+class HostButtons;
 
 /// The class-diagram editor as a control for a form: makes its editor, and ends it when it goes.
 /// Starts with an empty model, the busy cursor of the program and a help window of its own; a host
@@ -21,6 +23,7 @@ class CLSEditorWidget : public EditorWidget {
   Q_PROPERTY(QString Path READ Path WRITE Path)
   Q_PROPERTY(QString RepositoryFileName READ RepositoryFileName WRITE RepositoryFileName)
   Q_PROPERTY(QString ComponentName READ ComponentName WRITE ComponentName)
+  Q_PROPERTY(bool DrawingTools READ DrawingTools WRITE DrawingTools)
 
  public:
   /// With the components that all controls of the program share (Suite::instance).
@@ -36,6 +39,10 @@ class CLSEditorWidget : public EditorWidget {
   void RepositoryFileName(const QString& name);
   [[nodiscard]] QString ComponentName() const;
   void ComponentName(const QString& name);
+  /// Whether a person finds the drawing tools and the commands for files and tools of the suite
+  /// beside those of the editor; true unless a host says otherwise before the control is shown.
+  [[nodiscard]] bool DrawingTools() const { return m_drawingTools; }
+  void DrawingTools(bool wanted) { m_drawingTools = wanted; }
 
   [[nodiscard]] QSize sizeHint() const override { return {800, 500}; }
 
@@ -62,12 +69,17 @@ class CLSEditorWidget : public EditorWidget {
   void DiagramZoomed(int zoomX, int zoomY);
   void PopupButton(const QString& tool);
 
+ protected:
+  void showEvent(QShowEvent* event) override;
+
  private:
   void passEventsOn();
   void giveHostObjects();
 
   platform::ComponentRegistry& m_registry;
   HelpWindow* m_help = nullptr;
+  bool m_drawingTools = true;
+  std::unique_ptr<HostButtons> m_buttons;  ///< once they were shown
   std::vector<platform::Connection> m_events;
 };
 

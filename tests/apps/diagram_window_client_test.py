@@ -18,7 +18,7 @@ OF_THE_EDITOR = {
     "CreateAggregation": 6, "CreateAssociation": 5, "CreateClass": 6, "CreateGeneralization": 5,
     "CreateMode": 0, "DeleteClass": 1, "EditAssociation": 1, "EditClass": 1, "ShowCompartments": 3,
     "SizeToFit": 1, "SynchronizeDataTypes": 0, "ExtractAttribute": 1, "GetAssociationFromLink": 1,
-    "GetClassFromNode": 1, "PropertyNode": 1, "MatrixBrowser": 0, "OpenDiagram": 0,
+    "GetClassFromNode": 1, "PropertyNode": 1, "MakeDemo": 0, "MatrixBrowser": 0, "OpenDiagram": 0,
     "SaveDiagram": 0, "ShowTemplateEditor": 0, "MorphingAssoc": 2, "MorphingClass": 2,
     "SplitClass": 2, "ShowPopupMenu": 1}
 OF_THE_CANVAS = {
@@ -35,9 +35,8 @@ PROPERTIES = {"PackageObject", "RepositoryFileName", "Path", "Repository", "UUID
               "CLSRepository", "nodePicture", "linkPicture", "linkBeginPicture", "linkEndPicture",
               "nodeNumberOfSections", "linkBeginArrow", "linkEndArrow", "linkNodeCX", "linkNodeCY",
               "BackColor"}
-# The form, through which what is not forwarded is reached; the generator of demo models has a test
-# of its own.
-BESIDES = {"frmCLSDiagram", "MakeDemo"}
+# The form, through which what is not forwarded is reached.
+BESIDES = {"frmCLSDiagram"}
 
 
 class DiagramWindow(unittest.TestCase):
@@ -169,6 +168,9 @@ class DiagramWindow(unittest.TestCase):
         self.call("MorphingAssoc", "ab", "ToSharedAggregation")
         self.assertEqual([self.window["Repository"].MetaNodes(kind)["extension"]["Count"]
                           for kind in ("Association", "Aggregation")], [0, 2])
+        drawn = self.window.getAllNodes()["Count"]
+        self.call("MakeDemo")
+        self.assertGreater(self.window.getAllNodes()["Count"], drawn)
         self.call("MatrixBrowser")
         self.call("ShowTemplateEditor")
         self.assertEqual(self.told("message", "text"), [])

@@ -66,11 +66,7 @@ class Files : public testing::Test {
     bench.addClass("A");
     bench.addClass("B");
     bench.model->MakeGeneralization("g", "A", "B");
-    bench.editor->Populate();
-    bench.box("A")->bounds({4500, 900, 2400, 1800});
-    bench.box("B")->bounds({9500, 5900, 2400, 1800});
-    bench.line("g")->ExtraPoints()->Add(6000, 7000);
-    bench.editor->RepositoryFileName("kept.dim");
+    reset();
   }
 
   void expectKept(const std::string& what) {
@@ -83,6 +79,16 @@ class Files : public testing::Test {
     ASSERT_EQ(bench.line("g")->ExtraPoints()->Count(), 3);
     EXPECT_EQ(bench.line("g")->ExtraPoints()->at(1), (platform::Point{6000, 7000}));
     EXPECT_TRUE(bench.messages.empty());
+  }
+
+  /// Back to the model that was there first.
+  void reset() {
+    bench.editor->showRepository(*bench.store);
+    bench.box("A")->bounds({4500, 900, 2400, 1800});
+    bench.box("B")->bounds({9500, 5900, 2400, 1800});
+    bench.line("g")->ExtraPoints()->Clear();
+    bench.line("g")->ExtraPoints()->Add(6000, 7000);
+    bench.editor->RepositoryFileName("kept.dim");
   }
 
   void open() {
@@ -150,18 +156,26 @@ TEST_F(Files, aModelThatFailsWhileItIsDrawnIsGivenBack) {
   const auto importer = make<HostObject>();
   importer->Returns("Import", Value(Ref<Object>(failing)));
   use(bench, kImporter, importer);
-  int failures = 0;
-  for (std::int64_t call = 1; call < 400; ++call) {
-    failing->failAt(test::FailingRepository::When::called, call);
-    open();
-    if (bench.editor->LastError().empty()) break;
-    ++failures;
-    expectKept("call " + std::to_string(call));
-    bench.messages.clear();
-    if (HasFailure()) return;
+  using When = test::FailingRepository::When;
+  for (const When when : {When::called, When::changed}) {
+    int failures = 0;
+    for (std::int64_t number = 1; number < 400; ++number) {
+      failing->failAt(when, number);
+      open();
+      if (bench.editor->LastError().empty()) break;
+      ++failures;
+      expectKept("chance " + std::to_string(number));
+      if (HasFailure()) return;
+    }
+    EXPECT_GT(failures, when == When::called ? 5 : 0);
+    EXPECT_EQ(bench.editor->LastError(), "") << "nothing of the failures stays";
+    EXPECT_EQ(bench.drawnNodes(), "C D");
+    bench.editor->RepositoryFileName("kept.dim");
+    if (when == When::called) {
+      reset();
+      other.store->MetaNodes("Layout")->extension()->Clear();
+    }
   }
-  EXPECT_GT(failures, 5);
-  EXPECT_EQ(bench.drawnNodes(), "C D") << "nothing of the failures stays";
 }
 
 TEST_F(Files, aSaveThatFailsAsksForAnotherNameNextTime) {

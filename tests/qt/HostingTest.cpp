@@ -130,6 +130,21 @@ TEST_F(Hosting, aControlOnAFormTellsOfWhatAPersonDoes) {
   host->terminate();
 }
 
+TEST_F(Hosting, aControlHasToolsToDrawWithUnlessAHostHasItsOwn) {
+  for (const bool wanted : {true, false}) {
+    CLSEditorWidget diagram(suite.registry());
+    diagram.DrawingTools(wanted);
+    diagram.show();
+    diagram.hide();
+    diagram.show();
+    EXPECT_EQ(diagram.action("Generalization") != nullptr, wanted);
+    EXPECT_TRUE(diagram.action("ZoomIn"));
+    if (!wanted) continue;
+    diagram.action("NewClass")->trigger();
+    EXPECT_EQ(diagram.editor().diagram()->Mode(), "clickCreate");
+  }
+}
+
 TEST_F(Hosting, aControlHasHelpWithoutAHost) {
   CLSEditorWidget diagram(suite.registry());
   diagram.editor().Help();
