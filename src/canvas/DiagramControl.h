@@ -168,6 +168,7 @@ class DiagramControl : public platform::DiagramControl {
   [[nodiscard]] bool ShowGrid() const { return m_showGrid; }
   void ShowGrid(bool show);
 
+  void reveal(const platform::Rect& area) override { m_viewport.reveal(area); }
   /// Percent.
   [[nodiscard]] double getZoom() const override { return m_viewport.zoom(); }
   /// Percent, brought into the range of 2 to 800; around the middle of the view.

@@ -9,7 +9,6 @@
 
 #include "editor/Busy.h"
 #include "editor/CLSEditor.h"
-#include "editor/Relationships.h"
 #include "platform/Shell.h"
 #include "repository/Positioner.h"
 
@@ -17,6 +16,9 @@ namespace brisel::editor {
 
 using platform::each;
 using platform::Ref;
+using repository::endOf;
+using repository::kRelationshipTypes;
+using repository::RelationshipType;
 namespace types = platform::types;
 
 namespace {
@@ -94,15 +96,20 @@ void CLSEditor::drawRelationships(const RelationshipType& drawnType) {
   const auto type = model().MetaNodes(drawnType.kind);
   for (auto& relationship : each<platform::Node>(type->extension()->copy())) {
     if (type->find(relationship.identifier()) != &relationship) continue;
-    const auto source = endOf(relationship, drawnType.source);
-    const auto target = endOf(relationship, drawnType.target);
-    if (!source || !target) continue;
-    const std::string sourceKey = source->identifier();
-    const std::string targetKey = target->identifier();
-    if (!IsNodeShown(sourceKey) || !IsNodeShown(targetKey)) continue;
-    const Temporarily drawn(m_drawn, Ref<platform::Node>(&relationship));
-    m_diagram->createLink(relationship.identifier(), relationship.name(), sourceKey, targetKey);
+    drawRelationship(relationship, drawnType);
   }
+}
+
+/// Nothing is drawn where a class at an end is not.
+void CLSEditor::drawRelationship(platform::Node& relationship, const RelationshipType& type) {
+  const auto source = endOf(relationship, type.source);
+  const auto target = endOf(relationship, type.target);
+  if (!source || !target) return;
+  const std::string sourceKey = source->identifier();
+  const std::string targetKey = target->identifier();
+  if (!IsNodeShown(sourceKey) || !IsNodeShown(targetKey)) return;
+  const Temporarily drawn(m_drawn, Ref<platform::Node>(&relationship));
+  m_diagram->createLink(relationship.identifier(), relationship.name(), sourceKey, targetKey);
 }
 
 void CLSEditor::restoreAreas() {

@@ -167,9 +167,12 @@ class DiagramControl : public Object {
   virtual void linkRule(LinkRule rule) = 0;
   virtual void dropRule(DropRule rule) = 0;
 
-  /// A word for the person on what was just done; stands until the pointer's next.
+  /// A word for the person on what was just done; stands until the next press, or until there is
+  /// another hint.
   virtual void showHint(std::string_view text) = 0;
 
+  /// Scrolls as little as brings the area into view; of a larger one its upper left part.
+  virtual void reveal(const Rect& area) = 0;
   /// Percent.
   [[nodiscard]] virtual double getZoom() const = 0;
   /// An area of the canvas as it is seen now, in twips of the view from its upper left corner: at

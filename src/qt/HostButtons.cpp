@@ -21,7 +21,7 @@ constexpr HostButton kButtons[] = {
     {"Generalization", "draw generalizations"},
     {"Open", "Open diagram", true, "FileOpen"},
     {"Stereotypes", "edit stereotypes"},
-    {"MatrixBrowser", "browse all relationships in a matrix", false},
+    {"MatrixBrowser", "browse all relationships in a matrix"},
     {"Template", "edit code templates", false},
     {"Demo", "fill the model with a demo"},
     {"", ""},
