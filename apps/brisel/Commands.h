@@ -27,6 +27,18 @@ struct LayoutOptions {
 };
 void layOut(const LayoutOptions& options);
 
+struct GenerateOptions {
+  std::vector<std::string> files;
+  std::string templateName;          ///< a name among those of `listTemplates`, or a path
+  std::string output;                ///< folder
+  std::vector<std::string> classes;  ///< by name or identifier; all of them when empty
+  bool force = false;                ///< overwrite files that differ
+  bool list = false;
+};
+void generate(const GenerateOptions& options);
+/// A name a line on standard output.
+void listTemplates();
+
 /// Serves automation on standard input and output until the input ends.
 void automate();
 

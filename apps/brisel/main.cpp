@@ -24,6 +24,7 @@ struct Options {
   ConvertOptions convert;
   InfoOptions info;
   LayoutOptions layout{{}, "%HIERARCHY%", {}};
+  GenerateOptions generate;
   bool window = false;
   bool oneModel = false;
 };
@@ -75,6 +76,23 @@ void addLayout(CLI::App& app, LayoutOptions& options) {
   command.callback([&options] { layOut(options); });
 }
 
+void addGenerate(CLI::App& app, GenerateOptions& options) {
+  CLI::App& command =
+      *app.add_subcommand("generate", "Write source text that a template makes of a model");
+  command.add_option("FILE", options.files, "The files of one model; - is standard input");
+  command.add_option("--template", options.templateName,
+                     "Name of a template, such as C++, or path of one (.tml)");
+  command.add_option("-o,--output", options.output,
+                     "Folder to write to; nothing is written when a file there differs");
+  command
+      .add_option("--class", options.classes,
+                  "Name of a class; may be given several times. All classes without it")
+      ->expected(1);
+  command.add_flag("--force", options.force, "Overwrite files that differ");
+  command.add_flag("--list", options.list, "List the templates");
+  command.callback([&options] { options.list ? listTemplates() : generate(options); });
+}
+
 void addAutomate(CLI::App& app, Options& options) {
   CLI::App& command = *app.add_subcommand(
       "automate", "Serve the components by JSON-RPC 2.0 on standard input and output");
@@ -105,6 +123,7 @@ int run(int count, char** arguments) {
   addConvert(app, options.convert);
   addInfo(app, options.info);
   addLayout(app, options.layout);
+  addGenerate(app, options.generate);
   addAutomate(app, options);
   try {
     app.parse(count, arguments);

@@ -81,7 +81,7 @@ class Usage(Case):
     def test_help_and_version_say_what_there_is(self):
         self.assertRegex(self.done("--version").decode(), r"\Abrisel \d+\.\d+\.\d+\n\Z")
         text = self.done("--help").decode()
-        for command in ("convert", "info", "layout", "automate"):
+        for command in ("convert", "info", "layout", "generate", "automate"):
             self.assertIn(command, text)
             self.assertIn("Usage: brisel " + command, self.done(command, "--help").decode())
 
@@ -92,6 +92,10 @@ class Usage(Case):
                           ["convert", "shop.uml", "out.svg", "--scale", "0"], ["info"],
                           ["layout", "shop.uml"],
                           ["layout", "shop.uml", "-o", "x.json", "--style", "NICE"],
+                          ["generate", "shop.uml"], ["generate", "shop.uml", "--template", "C++"],
+                          ["generate", "shop.uml", "--template", "Cobol", "-o", "out"],
+                          ["generate", "shop.uml", "--template", "C++", "-o", "out",
+                           "--class", "Nobody"],
                           ["automate", "shop.uml"], ["automate", "--loud"]):
             self.refused(2, *arguments)
 
@@ -193,6 +197,46 @@ class Convert(Case):
         self.assertRegex(run.stderr.decode(), r"\Abrisel: 1 [^\n]+; brisel info lists them\n\Z")
         listed = json.loads(self.done("info", "part.uml", "--json"))
         self.assertEqual(len(listed["skipped"]) + len(listed["stubs"]), 1)
+
+
+class Generate(Case):
+    def test_writes_what_a_template_makes(self):
+        self.assertEqual(self.done("generate", "--list"), b"C++.tml\nSQL.tml\n")
+        arguments = ("generate", "shop.uml", "--template", "C++", "-o", "out")
+        self.assertEqual(self.done(*arguments), b"6 written, 0 unchanged\n")
+        header = self.path / "out" / "Rush_Order.hpp"
+        self.assertIn("class Rush_Order : public Order {", header.read_text())
+        os.utime(header, (1, 1))
+        self.assertEqual(self.done(*arguments), b"0 written, 6 unchanged\n")
+        self.assertEqual(header.stat().st_mtime, 1)
+        header.write_text("mine")
+        (self.path / "out" / "Order.cpp").unlink()
+        (self.path / "out" / "Priced.hpp").write_text("")
+        said = self.refused(1, *arguments)
+        self.assertIn("Rush_Order.hpp", said)
+        self.assertIn("Priced.hpp", said)
+        self.assertEqual(header.read_text(), "mine")
+        self.assertEqual(self.done(*arguments, "--force"), b"3 written, 3 unchanged\n")
+        self.assertEqual(self.done("generate", "shop.uml", "--template", "SQL.tml", "-o", "sql",
+                                   "--class", "Order", "--class", "Priced"),
+                         b"1 written, 0 unchanged\n")
+        self.assertEqual((self.path / "sql" / "schema.sql").read_text().count("CREATE TABLE"), 1)
+
+    def test_own_templates_and_their_faults(self):
+        own = self.path / ".local" / "share" / "brisel" / "Template"
+        own.mkdir(parents=True)
+        (own / "Names.tml").write_text("{{#classes}}{{name}}\n{{/classes}}")
+        self.assertEqual(self.done("generate", "--list"), b"C++.tml\nNames.tml\nSQL.tml\n")
+        self.done("generate", "shop.uml", "--template", "Names", "-o", "out")
+        self.assertEqual((self.path / "out" / "Names.txt").read_text(),
+                         "Order\nRush <Order>\nPriced\n")
+        self.write("bad.tml", "{{#classes}}\n{{nmae}}\n{{/classes}}")
+        said = self.refused(1, "generate", "shop.uml", "--template", "./bad.tml", "-o", "new")
+        self.assertIn('bad.tml:2: there is no "nmae" here', said)
+        for model, template, output in (("none.uml", "C++", "new"), ("shop.uml", "C++", "bad.tml"),
+                                        ("shop.uml", "./none.tml", "new"),
+                                        ("shop.uml", "./", "new")):
+            self.refused(1, "generate", model, "--template", template, "-o", output)
 
 
 class Info(Case):
