@@ -30,7 +30,7 @@ HelpWindow::HelpWindow(const QString& folder, QWidget* parent)
     : QTextBrowser(parent), m_folder(folder) {
   setObjectName("HelpWindow");
   setWindowFlag(Qt::Window);
-  setWindowTitle(tr("Brisel Help"));
+  setWindowTitle(tr("Help"));  // Qt adds the name of the program
   setOpenExternalLinks(true);
   setFrameShape(QFrame::NoFrame);
   takeColours();
