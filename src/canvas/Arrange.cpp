@@ -4,6 +4,7 @@
 #include <cmath>
 #include <unordered_map>
 
+#include "canvas/LinkBends.h"
 #include "canvas/Memory.h"
 #include "canvas/Scene.h"
 #include "layout/Layout.h"
@@ -22,8 +23,6 @@ namespace {
 
 /// Between the corner of the canvas and a diagram that was laid out.
 constexpr Point kCorner{300, 300};
-/// Room for the arrow or diamond at the end of a line.
-constexpr double kStubLength = 300;
 
 layout::EdgeKind kindOf(const Link& link) {
   if (link.endArrow() == static_cast<int>(Arrow::triangle)) {
@@ -34,8 +33,7 @@ layout::EdgeKind kindOf(const Link& link) {
   return diamond ? layout::EdgeKind::aggregation : layout::EdgeKind::association;
 }
 
-/// The boxes of a scene and its lines as the layout knows them; lines from a box to itself stay
-/// with their box and are left out.
+/// The boxes of a scene and its lines as the layout knows them.
 struct Model {
   explicit Model(const Scene& scene) {
     std::unordered_map<const Node*, std::size_t> indexOf;
@@ -45,7 +43,6 @@ struct Model {
       graph.boxes.push_back(node.bounds().size());
     }
     for (Link& link : scene.links()) {
-      if (link.isLoop()) continue;
       links.emplace_back(&link);
       graph.edges.push_back(
           {indexOf.at(&link.sourceNode()), indexOf.at(&link.targetNode()), kindOf(link)});
@@ -89,31 +86,6 @@ Point shiftOf(const layout::Drawing& drawing) {
   return kCorner - low;
 }
 
-/// A bend straight above or below an end, on the way to the next point.
-Point stub(Point end, Point next) {
-  return {end.x, end.y + std::clamp((next.y - end.y) / 3, -kStubLength, kStubLength)};
-}
-
-/// The bends with which a line meets its boxes where the layout drew it to: other lines, or other
-/// boxes, lie where it would run by itself.
-std::vector<Point> bendsFor(const Link& link, const std::vector<Point>& line) {
-  const auto near = [](Point a, Point b) {
-    return std::max(std::abs(a.x - b.x), std::abs(a.y - b.y)) < platform::kTwipsPerPixel;
-  };
-  const Point first = line.front();
-  const Point last = line.back();
-  std::vector<Point> bends(line.begin() + 1, line.end() - 1);
-  const auto drawn = route(link.sourceNode().bounds(), link.targetNode().bounds(), bends, {});
-  const bool keepsFirst = near(drawn.front(), first);
-  const bool keepsLast = near(drawn.back(), last);
-  if (keepsFirst && keepsLast) return bends;
-  if (bends.empty() && first.x == last.x) return {(first + last) * 0.5};
-  if (bends.empty()) return {stub(first, last), stub(last, first)};
-  if (!keepsFirst) bends.insert(bends.begin(), stub(first, line[1]));
-  if (!keepsLast) bends.push_back(stub(last, line[line.size() - 2]));
-  return bends;
-}
-
 /// Moves the box without giving up its fitting to the text; true when it moved.
 bool moveTo(Node& node, Point corner) {
   const Rect before = node.bounds();
@@ -135,13 +107,16 @@ std::vector<std::string> arrange(Scene& scene, std::string_view code, std::uint6
     if (moveTo(node, drawing.positions[i] + shift)) moved.push_back(node.key());
   }
   for (std::size_t i = 0; i < model.links.size(); ++i) {
+    // Lines from a box to itself take room in the layout, but go round their corner as ever.
+    if (model.links[i]->isLoop()) continue;
     if (code != "%HIERARCHY%") {
       model.links[i]->bends({});
       continue;
     }
     auto line = drawing.lines[i];
     for (Point& point : line) point = point + shift;
-    auto bends = bendsFor(*model.links[i], line);
+    const Link& link = *model.links[i];
+    auto bends = bendsFor(link.sourceNode().bounds(), link.targetNode().bounds(), line);
     for (Point& bend : bends) bend = withinReach(wholeTwips(bend));
     model.links[i]->bends(std::move(bends));
   }
@@ -159,6 +134,7 @@ std::vector<std::string> align(Scene& scene, std::string_view code) {
   Rect all = nodes.front()->bounds();
   for (const auto& node : nodes) all = all.united(node->bounds());
   const Scene::Update update(&scene);
+  FollowingLines lines(nodes, FollowingLines::Between::follow);
   for (const auto& node : nodes) {
     const Rect box = node->bounds();
     Point corner = box.topLeft();
@@ -168,6 +144,7 @@ std::vector<std::string> align(Scene& scene, std::string_view code) {
     if (code == "RADJST") corner.x = all.right() - box.width;
     if (moveTo(*node, corner)) moved.push_back(node->key());
   }
+  lines.follow();
   return moved;
 }
 
