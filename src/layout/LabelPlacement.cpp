@@ -1,0 +1,181 @@
+#include "layout/LabelPlacement.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+#include "layout/Segments.h"
+
+namespace brisel::layout {
+namespace {
+
+using platform::Point;
+using platform::Rect;
+using platform::Size;
+
+double lengthOf(Point way) { return std::hypot(way.x, way.y); }
+
+Rect around(Point middle, Size size) {
+  return {middle.x - size.width / 2, middle.y - size.height / 2, size.width, size.height};
+}
+
+/// A place on a line, with the direction that the line has there.
+struct Anchor {
+  Point at;
+  Point along;
+  double share;  ///< of the length of the line before it
+};
+
+/// How long a line in this direction runs under a label.
+double reach(Point along, Size size) {
+  return std::abs(along.x) * size.width + std::abs(along.y) * size.height;
+}
+
+class Course {
+ public:
+  explicit Course(const std::vector<Point>& points) : m_points(points) {
+    for (std::size_t i = 1; i < points.size(); ++i) m_length += lengthOf(points[i] - points[i - 1]);
+  }
+
+  [[nodiscard]] Anchor at(double share) const {
+    double left = m_length * share;
+    for (std::size_t i = 1; i < m_points.size(); ++i) {
+      const Point way = m_points[i] - m_points[i - 1];
+      const double piece = lengthOf(way);
+      if (piece > 0 && left <= piece) {
+        return {m_points[i - 1] + way * (left / piece), way * (1 / piece), share};
+      }
+      left -= piece;
+    }
+    return {m_points.front(), {1, 0}, share};
+  }
+
+  /// The middles of the pieces on which a label leaves some line to be seen at either side, the
+  /// nearest to the share first.
+  [[nodiscard]] std::vector<Anchor> middles(Size label, double share, double seen) const {
+    std::vector<Anchor> anchors;
+    double before = 0;
+    for (std::size_t i = 1; i < m_points.size(); ++i) {
+      const Point way = m_points[i] - m_points[i - 1];
+      const double piece = lengthOf(way);
+      if (piece > 0 && piece >= reach(way * (1 / piece), label) + 2 * seen) {
+        anchors.push_back(
+            {m_points[i - 1] + way * 0.5, way * (1 / piece), (before + piece / 2) / m_length});
+      }
+      before += piece;
+    }
+    std::stable_sort(anchors.begin(), anchors.end(), [&](const Anchor& a, const Anchor& b) {
+      return std::abs(a.share - share) < std::abs(b.share - share);
+    });
+    return anchors;
+  }
+
+ private:
+  const std::vector<Point>& m_points;
+  double m_length = 0;
+};
+
+void addAround(const Anchor& anchor, Size size, double gap, std::vector<LabelCandidate>& found) {
+  found.push_back({around(anchor.at, size), true});
+  // Above first, or to the right of a line that runs upright.
+  Point normal{-anchor.along.y, anchor.along.x};
+  if (normal.y > 1e-9 || (std::abs(normal.y) <= 1e-9 && normal.x < 0)) normal = normal * -1;
+  const double away = reach(normal, size) / 2 + gap;
+  found.push_back({around(anchor.at + normal * away, size)});
+  found.push_back({around(anchor.at - normal * away, size)});
+}
+
+/// How far two areas lie over each other, as a whole number: sums do not depend on the order.
+double overlap(const Rect& a, const Rect& b) {
+  const double width = std::min(a.right(), b.right()) - std::max(a.left, b.left);
+  const double height = std::min(a.bottom(), b.bottom()) - std::max(a.top, b.top);
+  return width > 0 && height > 0 ? std::ceil(width * height) : 0;
+}
+
+}  // namespace
+
+std::vector<LabelCandidate> nameCandidates(const std::vector<Point>& course, Size size,
+                                           double share, const LabelGaps& gaps) {
+  constexpr std::size_t kMostPieces = 6;
+  constexpr std::array kAside = {0.0, -0.12, 0.12, -0.24, 0.24, -0.36, 0.36};
+  constexpr double kNearestToEnd = 0.1;
+  const Course whole(course);
+  std::vector<LabelCandidate> found;
+  if (course.size() > 2) {
+    auto middles = whole.middles(size, share, 2 * gaps.line);
+    if (middles.size() > kMostPieces) middles.resize(kMostPieces);
+    for (const Anchor& anchor : middles) addAround(anchor, size, gaps.beside, found);
+  }
+  for (const double aside : kAside) {
+    const double at = share + aside;
+    if (aside != 0 && (at < kNearestToEnd || at > 1 - kNearestToEnd)) continue;
+    addAround(whole.at(at), size, gaps.beside, found);
+  }
+  return found;
+}
+
+std::vector<LabelCandidate> endCandidates(const Rect& box, const std::vector<Point>& course,
+                                          Size size, const LabelGaps& gaps) {
+  constexpr int kSteps = 4;
+  const Point end = course[0];
+  const Point next = course[1];
+  const Point middle = box.center();
+  const bool onRight = end.x >= box.right();
+  const bool onLeft = end.x <= box.left;
+  const bool upright = !onLeft && !onRight;
+  // Beside a line that leaves straight, the text stands towards the nearer corner of the box: out
+  // of the way of the next line's.
+  const bool low = upright ? next.x > end.x || (next.x == end.x && end.x < middle.x)
+                           : !(next.y < end.y || (next.y == end.y && end.y > middle.y));
+  const double length = lengthOf(next - end);
+  const double step = (upright ? size.height : size.width) + gaps.clear;
+  const double climb = upright ? std::abs(next.y - end.y) : std::abs(next.x - end.x);
+  std::vector<LabelCandidate> found;
+  for (int k = 0; k < kSteps; ++k) {
+    // Further out than half of the way the text would be taken for that of the other end.
+    if (k > 0 && (climb == 0 || (k + 1) * step > 0.5 * climb)) break;
+    const Point at = k == 0 ? end : end + (next - end) * (k * step / climb);
+    if (lengthOf(at - end) > length) break;
+    for (const bool before : {low, !low}) {
+      Rect area{0, 0, size.width, size.height};
+      if (upright) {
+        area.top = end.y <= box.top ? at.y - gaps.box - size.height : at.y + gaps.box;
+        area.left = before ? at.x - gaps.line - size.width : at.x + gaps.line;
+      } else {
+        area.left = onRight ? at.x + gaps.box : at.x - gaps.box - size.width;
+        area.top = before ? at.y - gaps.line - size.height : at.y + gaps.line;
+      }
+      found.push_back({area});
+    }
+  }
+  return found;
+}
+
+Rect bestOf(const std::vector<LabelCandidate>& candidates, const std::vector<Point>& course,
+            const LabelSurroundings& around, const LabelGaps& gaps) {
+  LabelObstacles obstacles;
+  const LabelCandidate* best = nullptr;
+  double leastOver = 0;
+  int fewestCrossed = 0;
+  for (const LabelCandidate& candidate : candidates) {
+    const Rect area = candidate.area.grownBy(gaps.clear);
+    obstacles.solid.clear();
+    obstacles.pieces.clear();
+    around(area, obstacles);
+    double over = 0;
+    for (const Rect& solid : obstacles.solid) over += overlap(area, solid);
+    int crossed = 0;
+    for (const auto& piece : obstacles.pieces) crossed += crosses(piece.from, piece.to, area);
+    for (std::size_t i = 1; !candidate.onLine && i < course.size(); ++i) {
+      crossed += crosses(course[i - 1], course[i], candidate.area);
+    }
+    if (over == 0 && crossed == 0) return candidate.area;
+    if (best && (over > leastOver || (over == leastOver && crossed >= fewestCrossed))) continue;
+    best = &candidate;
+    leastOver = over;
+    fewestCrossed = crossed;
+  }
+  return best->area;
+}
+
+}  // namespace brisel::layout
