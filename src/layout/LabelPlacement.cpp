@@ -37,6 +37,7 @@ class Course {
     for (std::size_t i = 1; i < points.size(); ++i) m_length += lengthOf(points[i] - points[i - 1]);
   }
 
+  [[nodiscard]] double length() const { return m_length; }
   [[nodiscard]] Anchor at(double share) const {
     double left = m_length * share;
     for (std::size_t i = 1; i < m_points.size(); ++i) {
@@ -85,6 +86,22 @@ void addAround(const Anchor& anchor, Size size, double gap, std::vector<LabelCan
   found.push_back({around(anchor.at - normal * away, size)});
 }
 
+/// Beside the line, further and further from its first point, but nearer to that than to the last.
+void addAlong(const std::vector<Point>& course, Size size, const LabelGaps& gaps,
+              std::vector<LabelCandidate>& found) {
+  constexpr int kSteps = 8;
+  constexpr double kNearer = 0.4;
+  const Course whole(course);
+  double at = gaps.box + size.height * 1.5 + gaps.clear;
+  for (int k = 0; k < kSteps && at < kNearer * whole.length(); ++k) {
+    const Anchor anchor = whole.at(at / whole.length());
+    const std::size_t first = found.size();
+    addAround(anchor, size, gaps.line, found);
+    found.erase(found.begin() + static_cast<std::ptrdiff_t>(first));  // the one on the line
+    at += size.height + 2 * gaps.clear;
+  }
+}
+
 /// How far two areas lie over each other, as a whole number: sums do not depend on the order.
 double overlap(const Rect& a, const Rect& b) {
   const double width = std::min(a.right(), b.right()) - std::max(a.left, b.left);
@@ -116,7 +133,6 @@ std::vector<LabelCandidate> nameCandidates(const std::vector<Point>& course, Siz
 
 std::vector<LabelCandidate> endCandidates(const Rect& box, const std::vector<Point>& course,
                                           Size size, const LabelGaps& gaps) {
-  constexpr int kSteps = 4;
   const Point end = course[0];
   const Point next = course[1];
   const Point middle = box.center();
@@ -127,27 +143,19 @@ std::vector<LabelCandidate> endCandidates(const Rect& box, const std::vector<Poi
   // of the way of the next line's.
   const bool low = upright ? next.x > end.x || (next.x == end.x && end.x < middle.x)
                            : !(next.y < end.y || (next.y == end.y && end.y > middle.y));
-  const double length = lengthOf(next - end);
-  const double step = (upright ? size.height : size.width) + gaps.clear;
-  const double climb = upright ? std::abs(next.y - end.y) : std::abs(next.x - end.x);
   std::vector<LabelCandidate> found;
-  for (int k = 0; k < kSteps; ++k) {
-    // Further out than half of the way the text would be taken for that of the other end.
-    if (k > 0 && (climb == 0 || (k + 1) * step > 0.5 * climb)) break;
-    const Point at = k == 0 ? end : end + (next - end) * (k * step / climb);
-    if (lengthOf(at - end) > length) break;
-    for (const bool before : {low, !low}) {
-      Rect area{0, 0, size.width, size.height};
-      if (upright) {
-        area.top = end.y <= box.top ? at.y - gaps.box - size.height : at.y + gaps.box;
-        area.left = before ? at.x - gaps.line - size.width : at.x + gaps.line;
-      } else {
-        area.left = onRight ? at.x + gaps.box : at.x - gaps.box - size.width;
-        area.top = before ? at.y - gaps.line - size.height : at.y + gaps.line;
-      }
-      found.push_back({area});
+  for (const bool before : {low, !low}) {
+    Rect area{0, 0, size.width, size.height};
+    if (upright) {
+      area.top = end.y <= box.top ? end.y - gaps.box - size.height : end.y + gaps.box;
+      area.left = before ? end.x - gaps.line - size.width : end.x + gaps.line;
+    } else {
+      area.left = onRight ? end.x + gaps.box : end.x - gaps.box - size.width;
+      area.top = before ? end.y - gaps.line - size.height : end.y + gaps.line;
     }
+    found.push_back({area});
   }
+  addAlong(course, size, gaps, found);
   return found;
 }
 

@@ -47,8 +47,7 @@ using LabelSurroundings = std::function<void(const platform::Rect& area, LabelOb
                                                          const LabelGaps& gaps);
 
 /// For the text of the end at the first point of the course, which lies on the border of the box:
-/// on the side that the line turns away from, then on the other one, then further along the first
-/// piece.
+/// on the side that the line turns away from, then on the other one, then further along the line.
 [[nodiscard]] std::vector<LabelCandidate> endCandidates(const platform::Rect& box,
                                                         const std::vector<platform::Point>& course,
                                                         platform::Size size, const LabelGaps& gaps);
