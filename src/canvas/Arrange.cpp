@@ -2,12 +2,14 @@
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
 #include <unordered_map>
+#include <unordered_set>
 
 #include "canvas/LinkBends.h"
 #include "canvas/Memory.h"
 #include "canvas/Scene.h"
-#include "layout/Layout.h"
+#include "layout/FreePlaces.h"
 #include "platform/Error.h"
 
 namespace brisel::canvas {
@@ -33,19 +35,24 @@ layout::EdgeKind kindOf(const Link& link) {
   return diamond ? layout::EdgeKind::aggregation : layout::EdgeKind::association;
 }
 
-/// The boxes of a scene and its lines as the layout knows them.
+/// Some boxes of a scene, and the lines between them, as the layout knows them.
 struct Model {
-  explicit Model(const Scene& scene) {
+  explicit Model(std::vector<Ref<Node>> some) : nodes(std::move(some)) {
     std::unordered_map<const Node*, std::size_t> indexOf;
-    for (Node& node : scene.nodes()) {
-      indexOf.emplace(&node, nodes.size());
-      nodes.emplace_back(&node);
-      graph.boxes.push_back(node.bounds().size());
+    for (const auto& node : nodes) {
+      indexOf.emplace(node.get(), indexOf.size());
+      graph.boxes.push_back(node->bounds().size());
     }
-    for (Link& link : scene.links()) {
-      links.emplace_back(&link);
+    for (const auto& node : nodes) {
+      for (const Node::Attached& end : node->attached()) {
+        if (end.atSource && indexOf.contains(&end.link->targetNode())) links.emplace_back(end.link);
+      }
+    }
+    std::sort(links.begin(), links.end(),
+              [](const auto& a, const auto& b) { return a->order() < b->order(); });
+    for (const auto& link : links) {
       graph.edges.push_back(
-          {indexOf.at(&link.sourceNode()), indexOf.at(&link.targetNode()), kindOf(link)});
+          {indexOf.at(&link->sourceNode()), indexOf.at(&link->targetNode()), kindOf(*link)});
     }
   }
 
@@ -54,23 +61,45 @@ struct Model {
   layout::Graph graph;
 };
 
-/// More room between rows where lines carry texts.
-layout::Spacing spacingFor(const std::vector<Ref<Link>>& links) {
-  constexpr double kLayerGapWithTexts = 1500;
+std::vector<Ref<Node>> allOf(const Scene& scene) {
+  std::vector<Ref<Node>> nodes;
+  for (Node& node : scene.nodes()) nodes.emplace_back(&node);
+  return nodes;
+}
+
+/// More room where lines carry texts: between rows for those of both ends and the name, between
+/// boxes for the texts of neighbouring lines.
+layout::Spacing spacingFor(const Scene& scene, const std::vector<Ref<Link>>& links) {
+  constexpr double kLeastLayerGap = 1500;
+  constexpr double kMostNodeGap = 1200;
   layout::Spacing spacing;
-  const auto hasText = [](const Ref<Link>& link) {
-    return !(link->text().empty() && link->beginText().empty() && link->endText().empty());
-  };
-  if (std::any_of(links.begin(), links.end(), hasText)) spacing.layer = kLayerGapWithTexts;
+  double highest = 0;
+  double width = 0;
+  double ends = 0;
+  bool any = false;
+  for (const auto& link : links) {
+    any |= !link->text().empty();
+    for (const std::string& text : {link->beginText(), link->endText()}) {
+      if (text.empty()) continue;
+      const platform::Size size = textSize(text, scene.textFont());
+      highest = std::max(highest, size.height);
+      width += size.width;
+      ++ends;
+    }
+  }
+  if (!any && ends == 0) return spacing;
+  const double lines = 2 * (kTextGap + highest) + scene.textFont().lineHeight() + 3 * kTextLineGap;
+  spacing.layer = std::max(kLeastLayerGap, lines);
+  if (ends > 0) spacing.node = std::clamp(width / ends, spacing.node, kMostNodeGap);
   return spacing;
 }
 
 layout::Drawing draw(const layout::Graph& graph, const layout::Spacing& spacing,
-                     std::string_view code, std::uint64_t seed) {
-  if (code == "%HIERARCHY%") return layout::layered(graph, spacing);
+                     std::string_view code, std::uint64_t seed, const layout::GoOn& goOn) {
+  if (code == "%HIERARCHY%") return layout::layered(graph, spacing, goOn);
   if (code == "MATRIX") return layout::matrix(graph, spacing);
   if (code == "RANDOM") return layout::random(graph, spacing, seed);
-  if (code == "SPRING") return layout::spring(graph, spacing);
+  if (code == "SPRING") return layout::spring(graph, spacing, goOn);
   throw Error(ErrorNumber::invalidCall, "Unknown layout: " + std::string(code));
 }
 
@@ -96,31 +125,103 @@ bool moveTo(Node& node, Point corner) {
 
 }  // namespace
 
-std::vector<std::string> arrange(Scene& scene, std::string_view code, std::uint64_t seed) {
-  const Model model(scene);
-  const layout::Drawing drawing = draw(model.graph, spacingFor(model.links), code, seed);
-  const Point shift = shiftOf(drawing);
-  const Scene::Update update(&scene);
+namespace {
+
+/// Puts boxes and lines where they were drawn; gives the keys of the boxes that moved.
+std::vector<std::string> apply(const Model& model, const layout::Drawing& drawing, Point shift,
+                               bool withBends) {
   std::vector<std::string> moved;
   for (std::size_t i = 0; i < model.nodes.size(); ++i) {
     Node& node = *model.nodes[i];
     if (moveTo(node, drawing.positions[i] + shift)) moved.push_back(node.key());
   }
   for (std::size_t i = 0; i < model.links.size(); ++i) {
+    Link& link = *model.links[i];
     // Lines from a box to itself take room in the layout, but go round their corner as ever.
-    if (model.links[i]->isLoop()) continue;
-    if (code != "%HIERARCHY%") {
-      model.links[i]->bends({});
+    if (link.isLoop()) continue;
+    if (!withBends) {
+      link.bends({});
       continue;
     }
     auto line = drawing.lines[i];
     for (Point& point : line) point = point + shift;
-    const Link& link = *model.links[i];
     auto bends = bendsFor(link.sourceNode().bounds(), link.targetNode().bounds(), line);
     for (Point& bend : bends) bend = withinReach(wholeTwips(bend));
-    model.links[i]->bends(std::move(bends));
+    link.bends(std::move(bends));
   }
   return moved;
+}
+
+/// A picture of the boxes is all that the layout has: it is of no use when they changed meanwhile.
+void checkUnchanged(const Scene& scene, std::uint64_t revision) {
+  if (scene.geometryRevision() != revision) throw layout::Cancelled();
+}
+
+}  // namespace
+
+std::vector<std::string> arrange(Scene& scene, std::string_view code, std::uint64_t seed,
+                                 const layout::GoOn& goOn) {
+  const std::uint64_t revision = scene.geometryRevision();
+  const Model model(allOf(scene));
+  const layout::Drawing drawing =
+      draw(model.graph, spacingFor(scene, model.links), code, seed, goOn);
+  checkUnchanged(scene, revision);
+  const Scene::Update update(&scene);
+  return apply(model, drawing, shiftOf(drawing), code == "%HIERARCHY%");
+}
+
+std::vector<std::string> arrangeSelected(Scene& scene, std::string_view code, std::uint64_t seed,
+                                         const layout::GoOn& goOn) {
+  const std::uint64_t revision = scene.geometryRevision();
+  auto nodes = scene.selection().nodes();
+  // What stands further left comes first: where a layout has the choice it keeps that order.
+  std::stable_sort(nodes.begin(), nodes.end(), [](const auto& a, const auto& b) {
+    return a->bounds().center().x < b->bounds().center().x;
+  });
+  const Model model(std::move(nodes));
+  const layout::Spacing spacing = spacingFor(scene, model.links);
+  const layout::Drawing drawing = draw(model.graph, spacing, code, seed, goOn);
+  checkUnchanged(scene, revision);
+
+  Rect before;
+  Rect drawn;
+  std::vector<Rect> moving;
+  for (std::size_t i = 0; i < model.nodes.size(); ++i) {
+    const Rect box = model.nodes[i]->bounds();
+    const Point at = drawing.positions[i];
+    moving.push_back({at.x, at.y, box.width, box.height});
+    before = before.united(box);
+    drawn = drawn.united(moving.back());
+  }
+  const Point shift = wholeTwips(before.center() - drawn.center());
+  for (Rect& rect : moving) rect = rect.movedBy(shift);
+  std::vector<Rect> standing;
+  for (const Node& node : scene.nodes()) {
+    if (!node.isSelected()) standing.push_back(node.bounds());
+  }
+  const Point clear = layout::clearShift(moving, standing, spacing.node / 2);
+  const Scene::Update update(&scene);
+  FollowingLines lines(model.nodes, FollowingLines::Between::leave);
+  auto moved = apply(model, drawing, shift + clear, code == "%HIERARCHY%");
+  lines.follow();
+  return moved;
+}
+
+void placeAmong(Scene& scene, const std::vector<std::string>& keys) {
+  std::unordered_set<const Node*> loose;
+  for (const std::string& key : keys) loose.insert(scene.node(key));
+  const Model model(allOf(scene));
+  std::vector<std::optional<Point>> standing;
+  for (const auto& node : model.nodes) {
+    standing.emplace_back();
+    if (!loose.contains(node.get())) standing.back() = node->bounds().topLeft();
+  }
+  const auto places =
+      layout::placedAmong(model.graph, standing, spacingFor(scene, model.links));
+  const Scene::Update update(&scene);
+  for (std::size_t i = 0; i < places.size(); ++i) {
+    if (!standing[i]) moveTo(*model.nodes[i], places[i]);
+  }
 }
 
 bool isAlignment(std::string_view code) {

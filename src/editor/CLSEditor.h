@@ -187,6 +187,7 @@ class CLSEditor : public platform::Object {
   void drawClasses();
   void drawRelationships(Text kind, Text sourceEnd, Text targetEnd);
   void restoreAreas();
+  [[nodiscard]] bool isStacked() const;
   void placeBoxesWithoutArea(const std::set<std::string>& placed);
   void restorePoints();
   [[nodiscard]] bool IsClassShown(platform::Node& classNode);

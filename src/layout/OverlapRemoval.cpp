@@ -21,9 +21,10 @@ class Remover {
     std::iota(m_order.begin(), m_order.end(), 0);
   }
 
-  void run() {
+  void run(const Step& step) {
     constexpr int kRounds = 60;
     for (int round = 0; round < kRounds; ++round) {
+      if (step) step(static_cast<double>(round) / kRounds);
       if (!pushApart()) return;
     }
     sweepRight();
@@ -113,8 +114,9 @@ class Remover {
 
 }  // namespace
 
-void removeOverlaps(const std::vector<Size>& boxes, double gap, std::vector<Point>& positions) {
-  Remover(boxes, gap, positions).run();
+void removeOverlaps(const std::vector<Size>& boxes, double gap, std::vector<Point>& positions,
+                    const Step& step) {
+  Remover(boxes, gap, positions).run(step);
 }
 
 }  // namespace brisel::layout

@@ -2,6 +2,7 @@
 
 #include <vector>
 
+#include "layout/Progress.h"
 #include "platform/Geometry.h"
 
 namespace brisel::layout {
@@ -11,6 +12,6 @@ namespace brisel::layout {
 /// Pushes overlapping neighbours apart as springs would, then sweeps once from the left to end
 /// what little overlap remains.
 void removeOverlaps(const std::vector<platform::Size>& boxes, double gap,
-                    std::vector<platform::Point>& positions);
+                    std::vector<platform::Point>& positions, const Step& step = {});
 
 }  // namespace brisel::layout
