@@ -46,8 +46,8 @@ double levelOf(const Rect& box, Side side) {
 double beginOf(const Rect& box, Side side) { return isUpright(side) ? box.left : box.top; }
 double endOf(const Rect& box, Side side) { return isUpright(side) ? box.right() : box.bottom(); }
 
-bool areNear(Point a, Point b) {
-  return std::max(std::abs(a.x - b.x), std::abs(a.y - b.y)) < platform::kTwipsPerPixel;
+bool areNear(Point a, Point b, double distance) {
+  return std::max(std::abs(a.x - b.x), std::abs(a.y - b.y)) < distance;
 }
 
 bool isAxisParallel(Point a, Point b) {
@@ -152,9 +152,12 @@ std::vector<Point> bendsFor(const Rect& source, const Rect& target,
   const Point last = course.back();
   std::vector<Point> bends(course.begin() + 1, course.end() - 1);
   const auto drawn = route(source, target, bends, {});
-  const bool keepsFirst = areNear(drawn.front(), first);
-  const bool keepsLast = areNear(drawn.back(), last);
-  if (bends.empty() && isAxisParallel(first, last)) {
+  // Lines that share a trunk lie on each other exactly.
+  const bool isStraight = bends.empty() && isAxisParallel(first, last);
+  const double tolerance = isStraight ? kStraight : platform::kTwipsPerPixel;
+  const bool keepsFirst = areNear(drawn.front(), first, tolerance);
+  const bool keepsLast = areNear(drawn.back(), last, tolerance);
+  if (isStraight) {
     const bool keepsAngle = drawn.front().x == drawn.back().x || drawn.front().y == drawn.back().y;
     if (keepsFirst && keepsLast && keepsAngle) return {};
     return {(first + last) * 0.5};

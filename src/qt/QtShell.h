@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QPointer>
+#include <QProgressDialog>
 #include <QWidget>
 #include <optional>
 #include <string>
@@ -26,12 +27,16 @@ class QtShell : public platform::Shell {
   void showPopup(platform::ToolBarControl& toolBar, std::string_view band) override;
   /// A form without a view of its own is hidden again at once.
   void runForm(std::string_view name, platform::Object& form) override;
+  /// A small dialog with "Cancel" in front of everything: what a person does elsewhere waits.
+  bool showProgress(std::string_view task, double share) override;
+  void hideProgress() override;
   void copy(const std::vector<std::pair<std::string, std::string>>& byKind) override;
 
  private:
   [[nodiscard]] QWidget* front() const;
 
   QPointer<QWidget> m_window;
+  QPointer<QProgressDialog> m_progress;
 };
 
 }  // namespace brisel::qt
