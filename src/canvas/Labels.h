@@ -19,14 +19,14 @@ class Scene;
 ///
 /// Texts of ends come before names, and lines that were made earlier before later ones: a text
 /// makes way for what comes before it and for boxes, so that the places follow from the picture
-/// alone. After a change those texts are placed anew that could stand where something changed, then
-/// those that come after them and could stand where they stood or stand now.
+/// alone. After a change those texts are placed anew for which something changed where they stand
+/// or would rather stand, then those that come after them and for which they did so.
 class Labels {
  public:
   explicit Labels(const Scene& scene) : m_scene(scene) {}
 
-  /// Something else than a text came, went or moved there.
-  void changed(const platform::Rect& area) { m_changed.push_back(area); }
+  /// A box or a text came, went or moved there.
+  void changed(const platform::Rect& area) { m_areas.push_back(area); }
   /// The course of the line or one of its texts is another.
   void changed(Link& link);
   void forget(Link& link);
@@ -68,20 +68,29 @@ class Labels {
     friend auto operator<=>(const Turn&, const Turn&) = default;
   };
 
+  struct Piece {
+    platform::Point from;
+    platform::Point to;
+  };
+
+  void addPieces(const std::vector<platform::Point>& course);
   void findConcerned();
+  void findConcerned(const Piece& piece);
   void queue(Link& link);
   void queueBehind(Turn turn, const platform::Rect& area);
   void place(Link& link, Stage stage, std::vector<Moved>& moved);
-  [[nodiscard]] platform::Rect bestOf(const std::vector<layout::LabelCandidate>& candidates,
-                                      const Link& link, Stage stage) const;
+  [[nodiscard]] layout::PlacedLabel bestOf(const std::vector<layout::LabelCandidate>& candidates,
+                                           const Link& link, Stage stage) const;
   void addObstacles(const platform::Rect& area, const Link& link, Stage stage,
                     layout::LabelObstacles& found) const;
 
   const Scene& m_scene;
-  GridIndex m_regions;  ///< where the texts of each line could stand
-  std::vector<platform::Rect> m_changed;
+  GridIndex m_regions;  ///< what the places of each line's texts depend on
+  std::vector<platform::Rect> m_areas;
+  std::vector<Piece> m_pieces;  ///< of lines as they were and as they are
   std::map<Turn, Link*> m_queue;
   std::vector<Item*> m_found;
+  std::vector<platform::Rect> m_parts;
   mutable std::vector<Item*> m_near;
 };
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <string>
 #include <string_view>
@@ -117,7 +118,10 @@ class Link : public platform::DiagramLink, public Item {
   Rank m_labelRank;  ///< among all links of them
   mutable bool m_stale = true;
   mutable bool m_textsStale = true;  ///< to be told to the scene's labels
+  // Kept by the scene's labels.
   GridIndex::Place m_labelPlace;
+  std::array<platform::Rect, 3> m_regions;  ///< what the place of each text depends on
+  std::vector<platform::Point> m_courseTold;
   mutable Geometry m_geometry;
 };
 

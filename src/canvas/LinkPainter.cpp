@@ -93,9 +93,13 @@ void LinkPainter::paintArrow(int code, Point tip, Point from, Color color) {
   }
 }
 
-void LinkPainter::paintTexts(const Link& link) {
+void LinkPainter::paintName(const Link& link) {
   if (!m_detail.readable(m_scene.textFont().height())) return;
   paintText(link.itemText(), link.labelArea(), true);
+}
+
+void LinkPainter::paintEndTexts(const Link& link) {
+  if (!m_detail.readable(m_scene.textFont().height())) return;
   paintText(link.beginText(), link.beginTextArea(), false);
   paintText(link.endText(), link.endTextArea(), false);
 }

@@ -195,7 +195,7 @@ void Scene::forget(Item& item) {
   ++m_revision;
   for (const Rect& part : m_oldParts) {
     addDamage(m_damage, part);
-    m_labels.changed(part);
+    if (!item.isLink()) m_labels.changed(part);
   }
   if (m_updates == 0) tell();
 }
@@ -241,8 +241,10 @@ void Scene::enter(Item& item) const {
       item.isLink() && std::exchange(static_cast<Link&>(item).m_textsStale, false);
   if (m_newParts == m_oldParts && !relabel) return;
   if (relabel) m_labels.changed(static_cast<Link&>(item));
-  for (const Rect& part : m_oldParts) m_labels.changed(part);
-  for (const Rect& part : m_newParts) m_labels.changed(part);
+  if (!item.isLink()) {
+    for (const Rect& part : m_oldParts) m_labels.changed(part);
+    for (const Rect& part : m_newParts) m_labels.changed(part);
+  }
   for (const Rect& part : m_newParts) addDamage(m_damage, part);
   m_index.put(item, item.m_place, m_newParts);
 }

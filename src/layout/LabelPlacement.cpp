@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <compare>
 
 #include "layout/Segments.h"
 
@@ -109,6 +110,12 @@ double overlap(const Rect& a, const Rect& b) {
   return width > 0 && height > 0 ? std::ceil(width * height) : 0;
 }
 
+struct Badness {
+  double over = 0;
+  int crossed = 0;
+  friend auto operator<=>(const Badness&, const Badness&) = default;
+};
+
 }  // namespace
 
 std::vector<LabelCandidate> nameCandidates(const std::vector<Point>& course, Size size,
@@ -159,31 +166,51 @@ std::vector<LabelCandidate> endCandidates(const Rect& box, const std::vector<Poi
   return found;
 }
 
-Rect bestOf(const std::vector<LabelCandidate>& candidates, const std::vector<Point>& course,
-            const LabelSurroundings& around, const LabelGaps& gaps) {
+PlacedLabel bestOf(const std::vector<LabelCandidate>& candidates, const std::vector<Point>& course,
+                   const LabelSurroundings& around, const LabelGaps& gaps) {
+  /// Asking once around all candidates is worth it when they lie near each other.
+  constexpr double kNear = 12'000;
   LabelObstacles obstacles;
-  const LabelCandidate* best = nullptr;
-  double leastOver = 0;
-  int fewestCrossed = 0;
-  for (const LabelCandidate& candidate : candidates) {
-    const Rect area = candidate.area.grownBy(gaps.clear);
+  const auto ask = [&](const Rect& area) {
     obstacles.solid.clear();
     obstacles.pieces.clear();
     around(area, obstacles);
-    double over = 0;
-    for (const Rect& solid : obstacles.solid) over += overlap(area, solid);
-    int crossed = 0;
-    for (const auto& piece : obstacles.pieces) crossed += crosses(piece.from, piece.to, area);
-    for (std::size_t i = 1; !candidate.onLine && i < course.size(); ++i) {
-      crossed += crosses(course[i - 1], course[i], candidate.area);
+  };
+  constexpr int kCrowd = 6;
+  bool crowded = false;
+  const auto badnessOf = [&](const LabelCandidate& candidate, const Rect& area) {
+    Badness badness;
+    for (const Rect& solid : obstacles.solid) badness.over += overlap(area, solid);
+    if (crowded) return badness;
+    for (const auto& piece : obstacles.pieces) {
+      badness.crossed += crosses(piece.from, piece.to, area);
     }
-    if (over == 0 && crossed == 0) return candidate.area;
-    if (best && (over > leastOver || (over == leastOver && crossed >= fewestCrossed))) continue;
-    best = &candidate;
-    leastOver = over;
-    fewestCrossed = crossed;
+    for (std::size_t i = 1; !candidate.onLine && i < course.size(); ++i) {
+      badness.crossed += crosses(course[i - 1], course[i], candidate.area);
+    }
+    return badness;
+  };
+  const Rect first = candidates.front().area.grownBy(gaps.clear);
+  ask(first);
+  PlacedLabel placed{candidates.front().area, first};
+  Badness least = badnessOf(candidates.front(), first);
+  crowded = least.crossed > kCrowd;
+  if (crowded) least.crossed = 0;
+  if (least == Badness()) return placed;
+  Rect all;
+  for (const LabelCandidate& one : candidates) all = all.united(one.area.grownBy(gaps.clear));
+  const bool once = std::max(all.width, all.height) <= kNear;
+  if (once) ask(all);
+  for (std::size_t i = 1; i < candidates.size() && least != Badness(); ++i) {
+    const Rect area = candidates[i].area.grownBy(gaps.clear);
+    placed.examined = placed.examined.united(area);
+    if (!once) ask(area);
+    const Badness badness = badnessOf(candidates[i], area);
+    if (badness >= least) continue;
+    least = badness;
+    placed.area = candidates[i].area;
   }
-  return best->area;
+  return placed;
 }
 
 }  // namespace brisel::layout

@@ -52,10 +52,17 @@ using LabelSurroundings = std::function<void(const platform::Rect& area, LabelOb
                                                         const std::vector<platform::Point>& course,
                                                         platform::Size size, const LabelGaps& gaps);
 
+struct PlacedLabel {
+  platform::Rect area;
+  /// Around all candidates that were looked at: what changes outside of it changes nothing.
+  platform::Rect examined;
+};
+
 /// The first candidate over no solid and no line but the one that it lies on; where there is none,
-/// the one with the least area over solids, then over the fewest lines. Pre: at least one.
-[[nodiscard]] platform::Rect bestOf(const std::vector<LabelCandidate>& candidates,
-                                    const std::vector<platform::Point>& course,
-                                    const LabelSurroundings& around, const LabelGaps& gaps);
+/// the one with the least area over solids, then over the fewest lines. Where lines crowd so that
+/// the first candidate would cover more than six of others they do not count. Pre: at least one.
+[[nodiscard]] PlacedLabel bestOf(const std::vector<LabelCandidate>& candidates,
+                                 const std::vector<platform::Point>& course,
+                                 const LabelSurroundings& around, const LabelGaps& gaps);
 
 }  // namespace brisel::layout

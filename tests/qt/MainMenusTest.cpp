@@ -1,4 +1,6 @@
 #include <QLabel>
+#include <QMenu>
+#include <QMenuBar>
 
 #include <gtest/gtest.h>
 
@@ -39,6 +41,25 @@ TEST(MainMenus, offerWhatApplies) {
   canvas.unselectAll();
   canvas.selLink(Value("lines"));
   EXPECT_EQ(applying(bench), "CopyPicture SelectAll Delete Properties ");
+}
+
+TEST(MainMenus, tellWhatALayoutIsOf) {
+  const WindowBench bench;
+  bench.drawSample();
+  canvas::DiagramControl& canvas = bench.document->canvas();
+  const auto title = [&] {
+    QApplication::processEvents();
+    for (const QMenu* menu : bench.window->menuBar()->findChildren<QMenu*>()) {
+      if (menu->actions().contains(&command(bench, "LayoutSpring"))) return menu->title();
+    }
+    return QString();
+  };
+  canvas.unselectAll();
+  EXPECT_EQ(title(), "&Layout");
+  canvas.selNode(Value("order"));
+  EXPECT_EQ(title(), "&Layout");
+  canvas.selNode(Value("line"));
+  EXPECT_EQ(title(), "&Layout of the Selection");
 }
 
 TEST(MainMenus, holdEveryButtonOfTheCanvas) {
