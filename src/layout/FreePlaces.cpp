@@ -2,137 +2,16 @@
 
 #include <algorithm>
 #include <cmath>
-#include <queue>
 #include <set>
-#include <unordered_map>
 #include <utility>
 
 #include "layout/LayerGraph.h"
+#include "layout/Occupied.h"
 #include "layout/StraightLines.h"
 #include "platform/Error.h"
 
 namespace brisel::layout {
 namespace {
-
-/// Rectangles by the cells that they touch; those that are large for the cells are looked through
-/// one by one.
-class Occupied {
- public:
-  /// "side" is that of a cell: about what the rectangles measure.
-  explicit Occupied(double side) : m_side(std::max(1.0, side)) {}
-
-  void add(const Rect& rect) {
-    m_extent = m_count++ == 0 ? rect : around(m_extent, rect);
-    const Cells cells = cellsOf(rect);
-    if (!(cells.count() <= kMostCells)) {
-      m_large.push_back(rect);
-      return;
-    }
-    for (double x = cells.left; x <= cells.right; ++x) {
-      for (double y = cells.top; y <= cells.bottom; ++y) m_cells[{x, y}].push_back(rect);
-    }
-  }
-
-  [[nodiscard]] const Rect* anyIn(const Rect& area) const {
-    for (const Rect& rect : m_large) {
-      if (rect.intersects(area)) return &rect;
-    }
-    const Cells cells = cellsOf(area);
-    if (cells.count() > static_cast<double>(m_cells.size())) {
-      for (const auto& [cell, rects] : m_cells) {
-        if (const Rect* found = anyOf(rects, area)) return found;
-      }
-      return nullptr;
-    }
-    for (double x = cells.left; x <= cells.right; ++x) {
-      for (double y = cells.top; y <= cells.bottom; ++y) {
-        const auto cell = m_cells.find({x, y});
-        if (cell == m_cells.end()) continue;
-        if (const Rect* found = anyOf(cell->second, area)) return found;
-      }
-    }
-    return nullptr;
-  }
-
-  [[nodiscard]] bool empty() const { return m_count == 0; }
-  [[nodiscard]] const Rect& extent() const { return m_extent; }
-
-  static Rect around(const Rect& a, const Rect& b) {
-    const double left = std::min(a.left, b.left);
-    const double top = std::min(a.top, b.top);
-    return {left, top, std::max(a.right(), b.right()) - left,
-            std::max(a.bottom(), b.bottom()) - top};
-  }
-
- private:
-  static constexpr double kMostCells = 64;
-  struct Cells {
-    double left, top, right, bottom;
-    [[nodiscard]] double count() const { return (right - left + 1) * (bottom - top + 1); }
-  };
-  struct Hash {
-    std::size_t operator()(const std::pair<double, double>& cell) const {
-      return std::hash<double>()(cell.first) * 31 + std::hash<double>()(cell.second);
-    }
-  };
-  [[nodiscard]] Cells cellsOf(const Rect& rect) const {
-    return {std::floor(rect.left / m_side), std::floor(rect.top / m_side),
-            std::floor(rect.right() / m_side), std::floor(rect.bottom() / m_side)};
-  }
-  static const Rect* anyOf(const std::vector<Rect>& rects, const Rect& area) {
-    for (const Rect& rect : rects) {
-      if (rect.intersects(area)) return &rect;
-    }
-    return nullptr;
-  }
-
-  double m_side;
-  std::size_t m_count = 0;
-  Rect m_extent;
-  std::vector<Rect> m_large;
-  std::unordered_map<std::pair<double, double>, std::vector<Rect>, Hash> m_cells;
-};
-
-/// The shift from here to the nearest place where all are clear; nothing when the budget of
-/// comparisons, from which it is paid, ends before.
-std::optional<Point> nearestFree(const std::vector<Rect>& moving, const Occupied& occupied,
-                                 double gap, std::int64_t& budget) {
-  struct Try {
-    double distance;
-    std::size_t number;  ///< earlier ones come first
-    Point shift;
-    bool operator>(const Try& other) const {
-      return std::pair(distance, number) > std::pair(other.distance, other.number);
-    }
-  };
-  std::priority_queue<Try, std::vector<Try>, std::greater<>> tries;
-  std::set<std::pair<double, double>> tried;
-  std::size_t number = 0;
-  const auto add = [&](Point shift) {
-    shift = {std::round(shift.x), std::round(shift.y)};
-    if (!tried.emplace(shift.x, shift.y).second) return;
-    tries.push({std::hypot(shift.x, shift.y), number++, shift});
-  };
-  // Shifts are whole, so the room beside what is in the way is a little more than the gap.
-  const auto blocker = [&](const Rect& rect) { return occupied.anyIn(rect.grownBy(gap)); };
-  tries.push({0, number++, {}});
-  while (budget > 0 && !tries.empty()) {
-    const Point shift = tries.top().shift;
-    tries.pop();
-    const Rect* other = nullptr;
-    const Rect* own = nullptr;
-    for (std::size_t i = 0; i < moving.size() && !other; ++i, --budget) {
-      other = blocker(moving[i].movedBy(shift));
-      own = &moving[i];
-    }
-    if (!other) return shift;
-    add({std::ceil(other->right() + gap - own->left), shift.y});
-    add({shift.x, std::ceil(other->bottom() + gap - own->top)});
-    add({std::floor(other->left - gap - own->right()), shift.y});
-    add({shift.x, std::floor(other->top - gap - own->bottom())});
-  }
-  return {};
-}
 
 double meanSide(const std::vector<Rect>& rects) {
   double sum = 0;
@@ -239,8 +118,8 @@ class Placer {
     std::optional<Point> best;
     double least = INFINITY;
     for (const Point wish : wishes(box)) {
-      const auto shift = nearestFree({{wish.x, wish.y, size.width, size.height}}, m_occupied,
-                                     m_spacing.node / 2, m_budget);
+      const auto shift = m_occupied.nearestFree({{wish.x, wish.y, size.width, size.height}},
+                                                m_spacing.node / 2, m_budget);
       if (!shift || std::hypot(shift->x, shift->y) >= least) continue;
       least = std::hypot(shift->x, shift->y);
       best = wish + *shift;
@@ -289,7 +168,7 @@ Point clearShift(const std::vector<Rect>& moving, const std::vector<Rect>& stand
   Occupied occupied(2 * meanSide(standing));
   for (const Rect& rect : standing) occupied.add(rect);
   std::int64_t budget = 300'000;
-  if (const auto shift = nearestFree(moving, occupied, gap, budget)) return *shift;
+  if (const auto shift = occupied.nearestFree(moving, gap, budget)) return *shift;
   Rect block = moving.front();
   for (const Rect& rect : moving) block = Occupied::around(block, rect);
   return {std::ceil(occupied.extent().right() + gap - block.left), 0};

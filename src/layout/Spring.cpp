@@ -5,6 +5,7 @@
 #include "layout/OverlapRemoval.h"
 #include "layout/Packing.h"
 #include "layout/Progress.h"
+#include "layout/Spreading.h"
 #include "layout/StraightLines.h"
 #include "layout/Stress.h"
 
@@ -32,6 +33,7 @@ Size placeComponent(const Component& component, const Spacing& spacing, const Pr
   for (int n = 0; n < component.nodes(); ++n) {
     places[n] = places[n] - Point{boxes[n].width / 2, boxes[n].height / 2};
   }
+  spread(boxes, spacing.node, places);
   removeOverlaps(boxes, spacing.node, places, [&](double share) { step(0.7 + 0.3 * share); });
   Point least = places[0];
   for (const Point p : places) least = {std::min(least.x, p.x), std::min(least.y, p.y)};
