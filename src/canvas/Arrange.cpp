@@ -201,9 +201,18 @@ std::vector<std::string> arrangeSelected(Scene& scene, std::string_view code, st
   }
   const Point clear = layout::clearShift(moving, standing, spacing.node / 2);
   const Scene::Update update(&scene);
-  FollowingLines lines(model.nodes, FollowingLines::Between::leave);
   auto moved = apply(model, drawing, shift + clear, code == "%HIERARCHY%");
-  lines.follow();
+  for (const auto& node : model.nodes) {
+    for (const Node::Attached& end : node->attached()) {
+      Link& link = *end.link;
+      const Node& other = end.atSource ? link.targetNode() : link.sourceNode();
+      if (other.isSelected() || link.bends().empty()) continue;
+      auto bends =
+          rightAngled(link.sourceNode().bounds(), link.targetNode().bounds(), link.rankOfAll());
+      for (Point& bend : bends) bend = wholeTwips(bend);
+      link.bends(std::move(bends));
+    }
+  }
   return moved;
 }
 

@@ -19,7 +19,7 @@ std::vector<std::string> arrange(Scene& scene, std::string_view code, std::uint6
                                  const layout::GoOn& goOn);
 
 /// The same for the selected boxes and the lines between them alone, around where they stand and
-/// clear of all others. Lines to others follow them.
+/// clear of all others. Bent lines to others get new bends.
 std::vector<std::string> arrangeSelected(Scene& scene, std::string_view code, std::uint64_t seed,
                                          const layout::GoOn& goOn);
 

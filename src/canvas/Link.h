@@ -77,6 +77,9 @@ class Link : public platform::DiagramLink, public Item {
   void moveBend(std::size_t index, platform::Point point);
   void removeBend(std::size_t index);
 
+  /// Among all lines of its boxes, straight or not, in the order of their creation.
+  [[nodiscard]] Rank rankOfAll() const { return m_labelRank; }
+
   enum class Label { begin, end, name };
   /// Where a text could stand, the best place first; empty without it.
   [[nodiscard]] std::vector<layout::LabelCandidate> candidates(Label label,

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
-#include "canvas/LinkRoute.h"
 #include "layout/Segments.h"
 
 namespace brisel::canvas {
@@ -107,7 +107,9 @@ void follow(std::vector<Point>& bends, Point end, Point far, Side side, const Bo
   across(bends[0], side) = port + shift;
 
   const double present = along(bends[0], side);
-  const double stubLength = std::min(kStubLength, std::abs(present - levelOf(box.before, side)));
+  // Neighbouring lines that are pushed stay apart: the longer the stub was, the longer it stays.
+  const double before = std::abs(present - levelOf(box.before, side));
+  const double stubLength = std::min(before, 0.75 * std::min(before, kStubLength) + 0.25 * before);
   const double level = levelOf(box.after, side);
   const double limit = isHigh(side) ? level + stubLength : level - stubLength;
   if (isHigh(side) ? present >= limit : present <= limit) return;
@@ -170,7 +172,7 @@ std::vector<Point> bendsFor(const Rect& source, const Rect& target,
 }
 
 std::vector<Point> bendsAfter(const std::vector<Point>& course, const BoxChange& source,
-                              const BoxChange& target) {
+                              const BoxChange& target, Rank rank) {
   std::vector<Point> bends(course.begin() + 1, course.end() - 1);
   const bool sourceChanged = source.before != source.after;
   const bool targetChanged = target.before != target.after;
@@ -194,28 +196,41 @@ std::vector<Point> bendsAfter(const std::vector<Point>& course, const BoxChange&
   if (isSound(source.after, target.after, bends, sourceSide, targetSide)) {
     return bendsFor(source.after, target.after, route(source.after, target.after, bends, {}));
   }
-  return rightAngled(source.after, target.after);
+  return rightAngled(source.after, target.after, rank);
 }
 
-std::vector<Point> rightAngled(const Rect& source, const Rect& target) {
+std::vector<Point> rightAngled(const Rect& source, const Rect& target, Rank rank) {
   const double apartX = std::max(target.left - source.right(), source.left - target.right());
   const double apartY = std::max(target.top - source.bottom(), source.top - target.bottom());
   if (apartX <= 0 && apartY <= 0) return {};
   const Side side = apartY >= apartX ? Side::top : Side::left;
-  const auto middleOfGap = [&](double low, double high, double otherLow, double otherHigh) {
-    return (std::max(low, otherLow) + std::min(high, otherHigh)) / 2;
+  const double gap = std::max(apartX, apartY);
+  // Of several between the same boxes each has its own way, none crosses another.
+  const auto aside = [&](double room) {
+    const auto count = static_cast<double>(rank.count);
+    const double step = std::min(kParallelSpacing, std::max(0.0, room) / count);
+    return (static_cast<double>(rank.index) - (count - 1) / 2) * step;
   };
-  const bool upright = isUpright(side);
-  const double level = upright
-                           ? middleOfGap(source.top, source.bottom(), target.top, target.bottom())
-                           : middleOfGap(source.left, source.right(), target.left, target.right());
+  const auto& [first, second] = levelOf(source, side) < levelOf(target, side)
+                                    ? std::pair(source, target)
+                                    : std::pair(target, source);
+  const Side facing = side == Side::top ? Side::bottom : Side::right;
+  const double middle = levelOf(first, facing) + gap / 2;
+  const auto pointAt = [&](double across, double level) {
+    return isUpright(side) ? Point{across, level} : Point{level, across};
+  };
   const double low = std::max(beginOf(source, side), beginOf(target, side));
   const double high = std::min(endOf(source, side), endOf(target, side));
-  const auto pointAt = [&](double across) {
-    return upright ? Point{across, level} : Point{level, across};
+  if (high - low > 2 * kCornerGap) {
+    return {pointAt((low + high) / 2 + aside(high - low - 2 * kCornerGap), middle)};
+  }
+  const auto portOf = [&](const Rect& box) {
+    Point centre = box.center();
+    return across(centre, side) + aside(endOf(box, side) - beginOf(box, side) - 2 * kCornerGap);
   };
-  if (high - low > 2 * kCornerGap) return {pointAt((low + high) / 2)};
-  return {pointAt(across(source.center(), side)), pointAt(across(target.center(), side))};
+  const bool forward = (portOf(first) < portOf(second));
+  const double level = middle + (forward ? -1 : 1) * aside(gap - 2 * kCornerGap);
+  return {pointAt(portOf(source), level), pointAt(portOf(target), level)};
 }
 
 }  // namespace brisel::canvas

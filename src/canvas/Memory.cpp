@@ -63,7 +63,7 @@ void FollowingLines::follow() {
     if (!link.scene()) continue;
     const BoxChange source{line.source, link.sourceNode().bounds()};
     const BoxChange target{line.target, link.targetNode().bounds()};
-    auto bends = bendsAfter(line.course, source, target);
+    auto bends = bendsAfter(line.course, source, target, link.rankOfAll());
     if (source.before != source.after || target.before != target.after) {
       for (Point& bend : bends) bend = withinReach(wholeTwips(bend));
     }

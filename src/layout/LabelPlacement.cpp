@@ -77,14 +77,20 @@ class Course {
   double m_length = 0;
 };
 
-void addAround(const Anchor& anchor, Size size, double gap, std::vector<LabelCandidate>& found) {
-  found.push_back({around(anchor.at, size), true});
+/// At either side of the line, so far away from it.
+void addAside(const Anchor& anchor, Size size, double gap, std::vector<LabelCandidate>& found) {
   // Above first, or to the right of a line that runs upright.
   Point normal{-anchor.along.y, anchor.along.x};
   if (normal.y > 1e-9 || (std::abs(normal.y) <= 1e-9 && normal.x < 0)) normal = normal * -1;
   const double away = reach(normal, size) / 2 + gap;
   found.push_back({around(anchor.at + normal * away, size)});
   found.push_back({around(anchor.at - normal * away, size)});
+}
+
+/// On the line, then at its sides.
+void addAround(const Anchor& anchor, Size size, double gap, std::vector<LabelCandidate>& found) {
+  found.push_back({around(anchor.at, size), true});
+  addAside(anchor, size, gap, found);
 }
 
 /// Beside the line, further and further from its first point, but nearer to that than to the last.
@@ -96,9 +102,7 @@ void addAlong(const std::vector<Point>& course, Size size, const LabelGaps& gaps
   double at = gaps.box + size.height * 1.5 + gaps.clear;
   for (int k = 0; k < kSteps && at < kNearer * whole.length(); ++k) {
     const Anchor anchor = whole.at(at / whole.length());
-    const std::size_t first = found.size();
-    addAround(anchor, size, gaps.line, found);
-    found.erase(found.begin() + static_cast<std::ptrdiff_t>(first));  // the one on the line
+    addAside(anchor, size, gaps.line, found);
     at += size.height + 2 * gaps.clear;
   }
 }
@@ -123,6 +127,7 @@ std::vector<LabelCandidate> nameCandidates(const std::vector<Point>& course, Siz
   constexpr std::size_t kMostPieces = 6;
   constexpr std::array kAside = {0.0, -0.12, 0.12, -0.24, 0.24, -0.36, 0.36};
   constexpr double kNearestToEnd = 0.1;
+  constexpr std::array kAway = {1.5, 3.0, 5.0, 8.0};  // in heights of the label
   const Course whole(course);
   std::vector<LabelCandidate> found;
   if (course.size() > 2) {
@@ -135,6 +140,7 @@ std::vector<LabelCandidate> nameCandidates(const std::vector<Point>& course, Siz
     if (aside != 0 && (at < kNearestToEnd || at > 1 - kNearestToEnd)) continue;
     addAround(whole.at(at), size, gaps.beside, found);
   }
+  for (const double away : kAway) addAside(whole.at(share), size, away * size.height, found);
   return found;
 }
 
@@ -163,6 +169,16 @@ std::vector<LabelCandidate> endCandidates(const Rect& box, const std::vector<Poi
     found.push_back({area});
   }
   addAlong(course, size, gaps, found);
+  // Past the corners of a box that stands too near on the other side.
+  const std::array<Rect, 2> beside{found[0].area, found[1].area};
+  for (const double share : upright ? std::array{0.3, 0.6, 0.9} : std::array{1.5, 3.0, 5.0}) {
+    for (std::size_t i = 0; i < beside.size(); ++i) {
+      const double sign = (i == 0) == low ? -1 : 1;
+      const Point by =
+          upright ? Point{sign * share * size.width, 0} : Point{0, sign * share * size.height};
+      found.push_back({beside[i].movedBy(by)});
+    }
+  }
   return found;
 }
 

@@ -69,25 +69,26 @@ TEST(BendsFor, aLineOfRightAnglesIsDrawnAsItWasLaidOut) {
 TEST(BendsAfter, keepsTheSidesAndLeavesTheRestWhereThereIsRoom) {
   const Points course{{1300, 1500}, {1300, 2500}, {8900, 2500}, {8900, 4000}};
   const BoxChange still{kLower, kLower};
-  EXPECT_EQ(bendsAfter(course, {kUpper, kUpper}, still), (Points{{1300, 2500}, {8900, 2500}}));
-  EXPECT_EQ(bendsAfter(course, {kUpper, kUpper.movedBy({-700, -200})}, still),
+  EXPECT_EQ(bendsAfter(course, {kUpper, kUpper}, still, {}), (Points{{1300, 2500}, {8900, 2500}}));
+  EXPECT_EQ(bendsAfter(course, {kUpper, kUpper.movedBy({-700, -200})}, still, {}),
             (Points{{600, 2500}, {8900, 2500}}));
-  const Points pushed = bendsAfter(course, {kUpper, kUpper.movedBy({0, 1200})}, still);
+  const Points pushed = bendsAfter(course, {kUpper, kUpper.movedBy({0, 1200})}, still, {});
   ASSERT_EQ(pushed.size(), 2U);
   EXPECT_EQ(pushed[0].y, pushed[1].y);
   EXPECT_GT(pushed[0].y, kUpper.bottom() + 1200) << "the bend does not stay under the box";
-  const Points narrow = bendsAfter(course, {kUpper, {2000, 0, 2000, 1500}}, still);
+  const Points narrow = bendsAfter(course, {kUpper, {2000, 0, 2000, 1500}}, still, {});
   EXPECT_GT(narrow[0].x, 2000) << "an end stays on its side when that gets shorter";
 
   const Points straight{{1300, 1500}, {1300, 2500}, {1300, 4000}};
   const Rect below{1000, 4000, 3000, 1500};
-  EXPECT_EQ(bendsAfter(straight, {kUpper, kUpper.movedBy({500, 0})}, {below, below}),
+  EXPECT_EQ(bendsAfter(straight, {kUpper, kUpper.movedBy({500, 0})}, {below, below}, {}),
             (Points{{1800, 2500}, {1300, 2500}}))
       << "a straight line gets a step";
 
   const Points slanted{{2500, 1500}, {4000, 3000}, {6000, 4000}};
-  EXPECT_EQ(bendsAfter(slanted, {kUpper, kUpper.movedBy({50, 0})}, still), (Points{{4000, 3000}}));
-  EXPECT_EQ(bendsAfter(slanted, {kUpper, kUpper.movedBy({2000, 2000})}, still), Points{})
+  EXPECT_EQ(bendsAfter(slanted, {kUpper, kUpper.movedBy({50, 0})}, still, {}),
+            (Points{{4000, 3000}}));
+  EXPECT_EQ(bendsAfter(slanted, {kUpper, kUpper.movedBy({2000, 2000})}, still, {}), Points{})
       << "a box covers the bend";
 }
 
@@ -108,7 +109,7 @@ TEST(BendsAfter, whereverTheBoxGoesTheLineKeepsItsRightAngles) {
     const Rect source = first ? moved : kUpper;
     const Rect target = first ? kLower : moved;
     if (source.grownBy(130).intersects(target)) continue;
-    const Points bends = bendsAfter(course, {kUpper, source}, {kLower, target});
+    const Points bends = bendsAfter(course, {kUpper, source}, {kLower, target}, {});
     const Points drawn = route(source, target, bends, {});
     SCOPED_TRACE(testing::Message() << (first ? "source" : "target") << " at " << moved.left << ','
                                     << moved.top << ", course " << course.size());
@@ -118,6 +119,34 @@ TEST(BendsAfter, whereverTheBoxGoesTheLineKeepsItsRightAngles) {
     kept += bends.size() == course.size() - 2 ? 1 : 0;
   }
   EXPECT_GT(kept, 1000) << "mostly the line keeps its course";
+}
+
+TEST(RightAngled, severalBetweenTheSameBoxesNeitherTouchNorCross) {
+  for (const Rect& target : {kLower, Rect{1500, 4000, 2600, 900}, Rect{9000, 300, 900, 3000},
+                             Rect{-9000, 9000, 3000, 1500}, Rect{-9000, -9000, 3000, 1500}}) {
+    std::vector<Points> lines;
+    for (std::size_t i = 0; i < 5; ++i) {
+      // Every second one runs the other way.
+      const bool back = i % 2 == 1;
+      const Rect& from = back ? target : kUpper;
+      const Rect& to = back ? kUpper : target;
+      lines.push_back(route(from, to, rightAngled(from, to, {i, 5, back}), {}));
+      EXPECT_TRUE(hasRightAngles(lines.back()));
+      for (std::size_t k = 0; k < i; ++k) {
+        for (std::size_t p = 1; p < lines[i].size(); ++p) {
+          for (std::size_t q = 1; q < lines[k].size(); ++q) {
+            const Point a = lines[k][q - 1];
+            const Point b = lines[k][q];
+            const Rect thin = Rect{std::min(a.x, b.x), std::min(a.y, b.y), std::abs(a.x - b.x),
+                                   std::abs(a.y - b.y)}
+                                  .grownBy(20);
+            EXPECT_FALSE(layout::crosses(lines[i][p - 1], lines[i][p], thin))
+                << i << " and " << k << " to " << target.left << ',' << target.top;
+          }
+        }
+      }
+    }
+  }
 }
 
 TEST(LinesOfRightAngles, followTheHandAndComeBack) {
