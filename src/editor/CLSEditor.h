@@ -251,6 +251,7 @@ class CLSEditor : public platform::Object {
   void drawRelationships(const repository::RelationshipType& drawnType);
   void drawRelationship(platform::Node& relationship, const repository::RelationshipType& type);
   void restoreAreas();
+  [[nodiscard]] bool isStacked() const;
   void placeBoxesWithoutArea(const std::set<std::string>& placed);
   void restorePoints();
   [[nodiscard]] bool IsClassShown(platform::Node& classNode);

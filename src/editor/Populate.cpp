@@ -61,6 +61,16 @@ void CLSEditor::populate() {
   }
 }
 
+/// Whether boxes still stand where they were made, one on top of the other.
+bool CLSEditor::isStacked() const {
+  const auto boxes = m_diagram->getAllNodes();
+  if (boxes->Count() < 2) return false;
+  for (const auto& box : each<platform::DiagramNode>(boxes)) {
+    if (box.bounds().topLeft() != platform::Point{}) return false;
+  }
+  return true;
+}
+
 void CLSEditor::ensureConventions() {
   const auto isMissing = [this](Text type) {
     return model().MetaNodes(type)->extension()->Count() == 0;
@@ -126,33 +136,14 @@ void CLSEditor::restoreAreas() {
 }
 
 /// Boxes that have no place yet (their category was hidden so far, or they were made behind the
-/// editor's back) stand in rows below all others, not on top of each other.
+/// editor's back) come beside what they are joined to, not on top of each other.
 void CLSEditor::placeBoxesWithoutArea(const std::set<std::string>& placed) {
   if (placed.empty()) return;
-  constexpr double kGap = 600;
-  platform::Rect extent;
-  std::vector<Ref<platform::DiagramNode>> rest;
+  std::vector<std::string> rest;
   for (auto& box : each<platform::DiagramNode>(m_diagram->getAllNodes())) {
-    if (placed.contains(box.key())) {
-      extent = extent.united(box.bounds());
-    } else {
-      rest.emplace_back(&box);
-    }
+    if (!placed.contains(box.key())) rest.push_back(box.key());
   }
-  platform::Point next{extent.left, extent.bottom() + kGap};
-  double rowHeight = 0;
-  for (const auto& box : rest) {
-    platform::Rect bounds = box->bounds();
-    if (next.x > extent.left && next.x + bounds.width > extent.right()) {
-      next = {extent.left, next.y + rowHeight + kGap};
-      rowHeight = 0;
-    }
-    bounds.left = next.x;
-    bounds.top = next.y;
-    box->bounds(bounds);
-    next.x += bounds.width + kGap;
-    rowHeight = std::max(rowHeight, bounds.height);
-  }
+  if (!rest.empty()) m_diagram->placeAmong(rest);
 }
 
 void CLSEditor::restorePoints() {
@@ -196,6 +187,7 @@ void CLSEditor::Layout(Text style) {
 void CLSEditor::layoutHierarchically() {
   try {
     m_diagram->Layout(kHierarchy);
+    if (isStacked()) m_diagram->Layout("MATRIX");  // the first layout of all was cancelled
     m_diagram->refresh();
   } catch (const platform::Error&) {
     const std::string answer = m_registry.shell().showMessage(

@@ -8,6 +8,7 @@
 #include "layout/LineRouting.h"
 #include "layout/LongLines.h"
 #include "layout/Packing.h"
+#include "layout/Progress.h"
 #include "layout/RowPlacement.h"
 #include "layout/StraightLines.h"
 #include "layout/WideLayers.h"
@@ -35,18 +36,22 @@ void stackRows(const Component& component, const LayeredGraph& graph, double gap
 
 /// Draws one component from (0, 0) on into the drawing and gives its size.
 Size drawComponent(const Graph& input, Component& component, const Spacing& spacing,
-                   Drawing& drawing) {
+                   const Progress& progress, Drawing& drawing) {
+  const double work = component.nodes();
   removeCycles(component);
   std::vector<int> layer = layersOf(component);
   splitWideLayers(component, spacing, layer);
   LayeredGraph graph = withBends(component, layer);
+  progress.step(0.2 * work);
   reduceCrossings(graph);
+  progress.step(0.7 * work);
 
   std::vector<double> width = component.width;
   width.resize(graph.layer.size(), 0);
   Placement placement;
   placement.x = placeInRows(graph, width, {spacing.node, spacing.node / 2});
   stackRows(component, graph, spacing.layer, placement);
+  progress.step(0.9 * work);
 
   auto lines = routeLines(component, graph, placement, spacing.node);
   Size size{0, placement.rowBottom.back()};
@@ -120,7 +125,7 @@ void drawLoops(const Graph& graph, double room, Drawing& drawing) {
 
 }  // namespace
 
-Drawing layered(const Graph& graph, const Spacing& wanted) {
+Drawing layered(const Graph& graph, const Spacing& wanted, const GoOn& goOn) {
   const Graph input = checked(graph);
   const Spacing spacing = checked(wanted);
   const double room = loopRoom(spacing);
@@ -130,7 +135,12 @@ Drawing layered(const Graph& graph, const Spacing& wanted) {
   Parts parts = partsOf(input, room);
 
   std::vector<Size> sizes;
-  for (Component& c : parts.components) sizes.push_back(drawComponent(input, c, spacing, drawing));
+  Progress progress(goOn, static_cast<double>(input.boxes.size()));
+  for (Component& c : parts.components) {
+    progress.step();
+    sizes.push_back(drawComponent(input, c, spacing, progress, drawing));
+    progress.done(c.nodes());
+  }
   const std::vector<Point> places = packed(sizes, spacing.layer, spacing.aspect);
   for (std::size_t i = 0; i < places.size(); ++i) {
     moveComponent(parts.components[i], places[i], drawing);

@@ -135,8 +135,12 @@ class DiagramControl : public Object {
   virtual void Clear() = 0;
   virtual void refresh() = 0;
   /// "%HIERARCHY%", "MATRIX", "RANDOM", "SPRING", or "TADJST", "BADJST", "LADJST", "RADJST", which
-  /// align the selected nodes' top, bottom, left and right sides. An Error when the layout fails.
+  /// align the selected nodes' top, bottom, left and right sides. An Error when the layout fails;
+  /// one that a person cancelled leaves everything where it was.
   virtual void Layout(std::string_view code) = 0;
+  /// Moves the nodes of these keys, which have no place yet, beside what they are joined to, clear
+  /// of all others, which stay.
+  virtual void placeAmong(const std::vector<std::string>& keys) = 0;
   /// The underlying diagram: its settings (property "CanDrawLink") and the hierarchical layout.
   virtual Ref<Object> GetDiagram() = 0;
 

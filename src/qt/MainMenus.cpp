@@ -12,6 +12,10 @@
 
 namespace brisel::qt {
 
+namespace {
+constexpr const char* kLayoutMenu = "D&iagram/&Layout";
+}
+
 /// What must be there for a command to apply. Tools of the popup menus act on the one selected
 /// class or relationship; whether they apply to it the editor knows.
 enum class MainMenus::Needs { nothing, items, selection, oneItem, oneNode, classTool, lineTool };
@@ -83,10 +87,10 @@ const std::vector<MainMenus::Row>& MainMenus::rows() {
       {"&View/&Types", "COM::CoClass", "&Component Classes"},
       {"&View/&Types", "COM::DispInterface", "&Dispatch Interfaces"},
 
-      {"D&iagram/&Layout", "LayoutHierarchy", "&Hierarchical", "Ctrl+L"},
-      {"D&iagram/&Layout", "LayoutSpring", "&Spring"},
-      {"D&iagram/&Layout", "LayoutMatrix", "&Matrix"},
-      {"D&iagram/&Layout", "LayoutRandom", "&Random"},
+      {kLayoutMenu, "LayoutHierarchy", "&Hierarchical", "Ctrl+L"},
+      {kLayoutMenu, "LayoutSpring", "&Spring"},
+      {kLayoutMenu, "LayoutMatrix", "&Matrix"},
+      {kLayoutMenu, "LayoutRandom", "&Random"},
       {"D&iagram/&Align", "AlignLeft", "&Left Sides", "Ctrl+Alt+Left"},
       {"D&iagram/&Align", "AlignRight", "&Right Sides", "Ctrl+Alt+Right"},
       {"D&iagram/&Align", "AlignTop", "&Top Sides", "Ctrl+Alt+Up"},
@@ -254,6 +258,11 @@ void MainMenus::refresh() {
       action->setEnabled(has(row->needs));
     }
   }
+  const auto& selected = m_canvas.selection().selectedItems();
+  const auto isNode = [](const canvas::Item* item) { return !item->isLink(); };
+  const auto first = std::find_if(selected.begin(), selected.end(), isNode);
+  const bool some = first != selected.end() && std::any_of(first + 1, selected.end(), isNode);
+  menuAt(kLayoutMenu).setTitle(some ? tr("&Layout of the Selection") : tr("&Layout"));
 }
 
 QMenu* MainMenus::menu(std::string_view path) const {

@@ -8,6 +8,7 @@
 #include <QMessageBox>
 #include <QPushButton>
 #include <QRegularExpression>
+#include <algorithm>
 #include <memory>
 #include <utility>
 
@@ -125,6 +126,28 @@ void QtShell::closeTools() {
   for (const QPointer<QWidget>& tool : std::exchange(m_tools, {})) {
     if (tool) tool->close();
   }
+}
+
+bool QtShell::showProgress(std::string_view task, double share) {
+  constexpr int kSteps = 1000;
+  if (!m_progress) {
+    m_progress = new QProgressDialog(toQt(task), QObject::tr("Cancel"), 0, kSteps, front());
+    m_progress->setWindowTitle("Brisel");
+    m_progress->setWindowModality(Qt::ApplicationModal);
+    m_progress->setAutoClose(false);
+    m_progress->setAutoReset(false);
+    m_progress->show();
+  }
+  m_progress->setValue(static_cast<int>(std::clamp(share, 0.0, 1.0) * kSteps));
+  QApplication::processEvents();  // a press on Cancel among them, which may take the dialog away
+  return m_progress && !m_progress->wasCanceled();
+}
+
+void QtShell::hideProgress() {
+  if (!m_progress) return;
+  m_progress->hide();
+  m_progress->deleteLater();
+  m_progress.clear();
 }
 
 void QtShell::copy(const std::vector<std::pair<std::string, std::string>>& byKind) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QPointer>
+#include <QProgressDialog>
 #include <QWidget>
 #include <optional>
 #include <string>
@@ -30,6 +31,9 @@ class QtShell : public platform::Shell {
   /// A form without a view of its own is hidden again at once.
   void runForm(std::string_view name, platform::Object& form) override;
   void showTool(std::string_view name, platform::Object& tool) override;
+  /// A small dialog with "Cancel" in front of everything: what a person does elsewhere waits.
+  bool showProgress(std::string_view task, double share) override;
+  void hideProgress() override;
   void copy(const std::vector<std::pair<std::string, std::string>>& byKind) override;
 
  private:
@@ -37,6 +41,7 @@ class QtShell : public platform::Shell {
 
   QPointer<QWidget> m_window;
   std::vector<QPointer<QWidget>> m_tools;
+  QPointer<QProgressDialog> m_progress;
 };
 
 }  // namespace brisel::qt

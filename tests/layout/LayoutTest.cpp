@@ -5,6 +5,7 @@
 
 #include "layout/Graphs.h"
 #include "layout/Layout.h"
+#include "layout/Packing.h"
 #include "platform/Error.h"
 
 namespace brisel::layout {
@@ -94,20 +95,70 @@ TEST(Random, AnotherSeedGivesAnotherDrawing) {
   EXPECT_FALSE(test::same(random(graph, kSpacing, 1), random(graph, kSpacing, 2)));
 }
 
-TEST(Spring, JoinedBoxesStandNearerThanOthers) {
-  const Graph graph = test::chain(40);
-  const Drawing drawing = spring(graph, kSpacing);
+/// The mean distance of the middles of joined boxes, to that of any two.
+double nearness(const Graph& graph, const Drawing& drawing) {
   const auto distance = [&](std::size_t a, std::size_t b) {
-    const Point way = drawing.positions[a] - drawing.positions[b];
+    const Point way = drawing.positions[a] - drawing.positions[b] +
+                      Point{(graph.boxes[a].width - graph.boxes[b].width) / 2,
+                            (graph.boxes[a].height - graph.boxes[b].height) / 2};
     return std::hypot(way.x, way.y);
   };
   double joined = 0;
   double all = 0;
-  for (std::size_t i = 1; i < 40; ++i) {
-    joined += distance(i - 1, i) / 39;
-    for (std::size_t k = 0; k < i; ++k) all += distance(i, k) / (40.0 * 39 / 2);
+  double pairs = 0;
+  for (const Edge& edge : graph.edges) joined += distance(edge.source, edge.target);
+  for (std::size_t i = 0; i < graph.boxes.size(); i += 7) {
+    for (std::size_t k = 0; k < i; ++k, ++pairs) all += distance(i, k);
   }
-  EXPECT_LT(joined * 3, all);
+  return joined / static_cast<double>(graph.edges.size()) / (all / pairs);
+}
+
+TEST(SpringAndMatrix, JoinedBoxesStandNearerThanOthers) {
+  EXPECT_LT(nearness(test::chain(40), spring(test::chain(40), kSpacing)), 0.33);
+  for (const std::uint64_t seed : {1, 2, 3}) {
+    const Graph graph = test::classDiagram(300, seed);
+    const double byChance = nearness(graph, random(graph, kSpacing, seed));
+    EXPECT_LT(nearness(graph, spring(graph, kSpacing)), 0.55 * byChance) << seed;
+    EXPECT_LT(nearness(graph, matrix(graph, kSpacing)), 0.6 * byChance) << seed;
+  }
+}
+
+TEST(EveryShape, IsNearTheWantedOneAndNotWasteful) {
+  const struct {
+    std::string name;
+    Graph graph;
+  } kGraphs[] = {{"star", test::star(5000)},
+                 {"clique", test::clique(200)},
+                 {"classes", test::classDiagram(1000, 5)},
+                 {"isolated", test::isolated(5000)}};
+  for (const auto& [name, graph] : kGraphs) {
+    double needed = 0;
+    for (const Size& box : graph.boxes) needed += (box.width + 30) * (box.height + 30);
+    for (const Drawing& drawing :
+         {spring(graph, kSpacing), matrix(graph, kSpacing), random(graph, kSpacing, 3)}) {
+      test::checkDrawing(graph, drawing);
+      const Size whole = extent(graph.boxes, drawing.positions);
+      EXPECT_LT(whole.width * whole.height, 4 * needed) << name;
+      EXPECT_GT(whole.width / whole.height, 0.5) << name;
+      EXPECT_LT(whole.width / whole.height, 3) << name;
+    }
+  }
+}
+
+TEST(Spring, StopsWhenItIsNotToGoOn) {
+  const Graph graph = test::classDiagram(300, 1);
+  double last = 0;
+  int asked = 0;
+  static_cast<void>(spring(graph, kSpacing, [&](double share) {
+    EXPECT_GE(share, last);
+    EXPECT_LE(share, 1);
+    last = share;
+    ++asked;
+    return true;
+  }));
+  EXPECT_GT(asked, 20);
+  EXPECT_GT(last, 0.6);
+  EXPECT_THROW(static_cast<void>(spring(graph, kSpacing, [](double) { return false; })), Cancelled);
 }
 
 }  // namespace

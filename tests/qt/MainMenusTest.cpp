@@ -1,4 +1,6 @@
 #include <QLabel>
+#include <QMenu>
+#include <QMenuBar>
 
 #include <gtest/gtest.h>
 
@@ -66,6 +68,25 @@ TEST(MainMenus, refactorWhatIsSelected) {
   const auto before = canvas.getAllNodes()->Count();
   command(bench, "miMorphMerge").trigger();
   EXPECT_EQ(canvas.getAllNodes()->Count(), before + 1);
+}
+
+TEST(MainMenus, tellWhatALayoutIsOf) {
+  const WindowBench bench;
+  bench.drawSample();
+  canvas::DiagramControl& canvas = bench.document->canvas();
+  const auto title = [&] {
+    QApplication::processEvents();
+    for (const QMenu* menu : bench.window->menuBar()->findChildren<QMenu*>()) {
+      if (menu->actions().contains(&command(bench, "LayoutSpring"))) return menu->title();
+    }
+    return QString();
+  };
+  canvas.unselectAll();
+  EXPECT_EQ(title(), "&Layout");
+  canvas.selNode(Value("order"));
+  EXPECT_EQ(title(), "&Layout");
+  canvas.selNode(Value("line"));
+  EXPECT_EQ(title(), "&Layout of the Selection");
 }
 
 TEST(MainMenus, holdEveryButtonOfTheCanvas) {
