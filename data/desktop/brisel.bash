@@ -4,7 +4,7 @@ _brisel() {
   local word="${COMP_WORDS[COMP_CWORD]}" before="${COMP_WORDS[COMP_CWORD - 1]}" command="" i
   for ((i = 1; i < COMP_CWORD; i++)); do
     case "${COMP_WORDS[i]}" in
-      convert | info | layout | automate) command="${COMP_WORDS[i]}"; break ;;
+      convert | info | layout | generate | automate) command="${COMP_WORDS[i]}"; break ;;
     esac
   done
   COMPREPLY=()
@@ -12,6 +12,11 @@ _brisel() {
   case "$command $before" in
     "convert --to") COMPREPLY=($(compgen -W "dim svg png pdf" -- "$word")); return ;;
     "convert --scale") return ;;
+    "generate --template")
+      COMPREPLY=($(compgen -W "$(brisel generate --list 2>/dev/null)" -- "$word") $(compgen -f -X '!*.tml' -- "$word"))
+      return ;;
+    "generate --class") return ;;
+    "generate -o" | "generate --output") COMPREPLY=($(compgen -d -- "$word")); return ;;
     "layout --style") COMPREPLY=($(compgen -W "%HIERARCHY% MATRIX RANDOM SPRING" -- "$word")); return ;;
   esac
 
@@ -21,6 +26,7 @@ _brisel() {
     convert) options+=" --to --scale"; endings+="|svg|png|pdf" ;;
     info) options+=" --json" ;;
     layout) options+=" --style -o --output"; endings+="|json" ;;
+    generate) options+=" --template -o --output --class --force --list" ;;
     automate) options+=" --window"; endings="" ;;
   esac
   if [[ "$word" == -* ]]; then
@@ -28,7 +34,7 @@ _brisel() {
     return
   fi
 
-  [[ -n "$command" ]] || COMPREPLY=($(compgen -W "convert info layout automate" -- "$word"))
+  [[ -n "$command" ]] || COMPREPLY=($(compgen -W "convert info layout generate automate" -- "$word"))
   [[ -n "$endings" ]] || return
   local file
   while IFS= read -r file; do

@@ -6,6 +6,7 @@ local -a commands=(
   'convert:write a model in another format'
   'info:count what a model holds'
   'layout:lay out a model or a plain graph'
+  'generate:write source text that a template makes of a model'
   'automate:serve the components by JSON-RPC'
 )
 
@@ -24,6 +25,11 @@ case "${words[2]}" in
     _arguments $help '--style[style of the layout]:style:(%HIERARCHY% MATRIX RANDOM SPRING)' \
       '(-o --output)'{-o,--output}'[where to write the drawing]:file:_files' \
       "*:file:_files -g '*.(dim|uml|xmi|ecore|json)'" ;;
+  generate)
+    _arguments $help '--template[template]:template:{ compadd ${(f)"$(brisel generate --list 2>/dev/null)"}; _files -g "*.tml" }' \
+      '(-o --output)'{-o,--output}'[folder to write to]:folder:_files -/' \
+      '*--class[class to write]:name:' '--force[overwrite files that differ]' \
+      '--list[list the templates]' "*:file:_files -g '$models'" ;;
   automate)
     _arguments $help '--window[show what is created in windows]' ;;
   *)
