@@ -400,6 +400,7 @@ class CLSEditor : public platform::Object {
   // Shared steps.
   AssociationRef createLink(RelationshipKind kind, Text id, Text name, Text srcId, Text tgtId);
   void showCompartments(repository::Class& shown) const;
+  void toggleCompartment(Text compartment);
   void deleteRelationshipsOf(platform::Node& classNode);
   void deleteRelationship(platform::Node& relationship);
   /// The stored geometry stays. Nothing of the relationship does, even when that fails half way.

@@ -56,8 +56,8 @@ void CLSEditor::populate() {
   SyncCategoryButtons();
   drawModel();
   if (model().MetaNodes(types::kGeomArea)->extension()->Count() == 0) {
-    Compartments("ViewParameters");
-    Layout(kHierarchy);
+    toggleCompartment("ViewParameters");
+    layoutHierarchically();
   }
 }
 
