@@ -15,13 +15,11 @@ struct Blocks {
   [[nodiscard]] int size() const { return count(members.first) - 1; }
 };
 
-/// Joins bends to few blocks that can be straight together: of the pieces between two rows that lean
-/// by no more than "lean" the most that do not cross.
-/// Pre: "x" is the middle of every node, roughly.
-/// Post: blocks are numbered so that of two nodes of a row the right one's block has the higher
-/// number.
-/// Sander: A fast heuristic for hierarchical Manhattan layout, 1996, has such linear segments; the
-/// most pieces are a longest increasing subsequence.
+/// Joins bends to few blocks that can be straight together: of the pieces between two rows that
+/// lean by no more than "lean" the most that do not cross. Pre: "x" is the middle of every node,
+/// roughly. Post: blocks are numbered so that of two nodes of a row the right one's block has the
+/// higher number. Sander: A fast heuristic for hierarchical Manhattan layout, 1996, has such linear
+/// segments; the most pieces are a longest increasing subsequence.
 [[nodiscard]] Blocks straightBlocks(const LayeredGraph& graph, const std::vector<double>& x,
                                     double lean);
 

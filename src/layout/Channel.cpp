@@ -28,7 +28,9 @@ class Skyline {
     m_highest.assign(static_cast<std::size_t>(2) * m_leaves, -1);
     m_whole.assign(static_cast<std::size_t>(2) * m_leaves, -1);
   }
-  [[nodiscard]] int highest(int first, int last) const { return highest(1, 0, m_leaves, first, last); }
+  [[nodiscard]] int highest(int first, int last) const {
+    return highest(1, 0, m_leaves, first, last);
+  }
   void raise(int first, int last, int to) { raise(1, 0, m_leaves, first, last, to); }
 
  private:
@@ -199,8 +201,7 @@ class Assigner {
     int best = -1;
     for (int n = 0; n < count(wishes); ++n) {
       if (taken[n]) continue;
-      if (best < 0 ||
-          std::pair(meetings[n], wishes[n]) < std::pair(meetings[best], wishes[best])) {
+      if (best < 0 || std::pair(meetings[n], wishes[n]) < std::pair(meetings[best], wishes[best])) {
         best = n;
       }
     }

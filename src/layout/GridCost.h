@@ -22,7 +22,9 @@ class GridCost {
   [[nodiscard]] int nodes() const { return count(m_first) - 1; }
   [[nodiscard]] int degree(int node) const { return m_first[node + 1] - m_first[node]; }
   /// The other end of a node's line, by the number of the line at the node.
-  [[nodiscard]] int neighbour(int node, int line) const { return m_ends[m_first[node] + line].node; }
+  [[nodiscard]] int neighbour(int node, int line) const {
+    return m_ends[m_first[node] + line].node;
+  }
 
   /// From now on what no drawing may have costs kForbidden.
   void forbid();

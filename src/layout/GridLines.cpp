@@ -31,9 +31,9 @@ int GridLines::insert(const Grid& grid, int arc, bool counts) {
   auto bottom = static_cast<float>(upper.column);
   for (int k = 0; k < rows; ++k) {
     const float top = bottom;
-    bottom = k + 1 == rows ? static_cast<float>(lower.column)
-                           : static_cast<float>(upper.column) + lean * static_cast<float>(k + 1) +
-                                 aside;
+    bottom = k + 1 == rows
+                 ? static_cast<float>(lower.column)
+                 : static_cast<float>(upper.column) + lean * static_cast<float>(k + 1) + aside;
     Gap& gap = m_gaps[upper.row + k];
     if (counts) sum += crossed(gap, top, bottom);
     slot(arc, upper.row + k) = count(gap.arc);

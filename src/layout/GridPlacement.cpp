@@ -32,11 +32,7 @@ constexpr float kCrossing = 1.5F;  ///< steps across and down that a crossing is
 /// Random moves that get shorter and pickier while it cools.
 class Moves {
  public:
-  Moves(const GridCost& cost, std::uint64_t seed) : m_cost(cost), m_numbers(seed) {
-    for (std::size_t i = 0; i < m_patience.size(); ++i) {
-      m_patience[i] = -std::log((static_cast<float>(i) + 0.5F) / static_cast<float>(kPatiences));
-    }
-  }
+  Moves(const GridCost& cost, std::uint64_t seed) : m_cost(cost), m_numbers(seed) {}
 
   /// "part" runs from 0 to 1.
   void cool(const Cooling& cooling, double part, const Grid& grid) {
@@ -47,14 +43,13 @@ class Moves {
   }
   /// How much worse the next move may make it.
   float bound() {
-    return m_temperature * m_patience[static_cast<std::size_t>(m_numbers.below(kPatiences))];
+    return m_temperature * patiences()[static_cast<std::size_t>(m_numbers.below(kPatiences))];
   }
   /// A node and a cell, near the node's own or near a neighbour's; false when there is none.
   bool next(const Grid& grid, int& node, Cell& to) {
     node = m_numbers.below(m_cost.nodes());
     const bool follows = m_numbers.next() % 2 == 0;
-    const int near =
-        follows ? m_cost.neighbour(node, m_numbers.below(m_cost.degree(node))) : node;
+    const int near = follows ? m_cost.neighbour(node, m_numbers.below(m_cost.degree(node))) : node;
     const int reach = follows ? std::max(2, m_reach / 4) : m_reach;
     const Cell cell = grid.of(near);
     to.row = cell.row + m_numbers.below(2 * reach + 1) - reach;
@@ -64,11 +59,22 @@ class Moves {
 
  private:
   static constexpr int kPatiences = 4096;
+  /// Logarithms of evenly spread chances.
+  static const std::array<float, kPatiences>& patiences() {
+    static const std::array<float, kPatiences> values = [] {
+      std::array<float, kPatiences> v{};
+      for (std::size_t i = 0; i < v.size(); ++i) {
+        v[i] = -std::log((static_cast<float>(i) + 0.5F) / static_cast<float>(kPatiences));
+      }
+      return v;
+    }();
+    return values;
+  }
+
   const GridCost& m_cost;
   Numbers m_numbers;
   float m_temperature = 0;
   int m_reach = 1;
-  std::array<float, kPatiences> m_patience;
 };
 
 class Annealer {
@@ -100,9 +106,10 @@ class Annealer {
     m_across = static_cast<float>(width / nodes + spacing.node);
     // A row is as high as its highest box.
     m_down = static_cast<float>(1.5 * height / nodes + spacing.layer);
-    // Few lines make rows wider, in which they need columns; many make them higher.
-    const double aspect =
-        spacing.aspect * std::clamp(0.5 + count(m_component.arcs) / 4000.0, 0.5, 2.0);
+    // Lines that go round make rows wider, where they pass boxes, and higher still, where they need
+    // tracks: the more, the more of the height is theirs.
+    const int round = count(m_component.arcs) - nodes + 1;
+    const double aspect = spacing.aspect * std::clamp(0.5 + round / 1000.0, 0.5, 2.0);
     const double fitting = std::sqrt(static_cast<double>(nodes) * m_across / (aspect * m_down));
     const int rows = std::clamp(static_cast<int>(std::lround(fitting)), 2, nodes);
     return wound(std::max(rows, inheritanceDepth(m_component)));
@@ -149,7 +156,8 @@ class Annealer {
     constexpr double kMostWork = 100e6;
     const double nodes = m_component.nodes();
     const double most = kMostWork * nodes / (4 * count(m_component.arcs));
-    const double wanted = nodes * std::min(1200.0, std::max(0.4 * nodes, 1400 - nodes));
+    const double wanted =
+        nodes * std::min({1200.0, 40 * nodes, std::max(0.4 * nodes, 1400 - 1.2 * nodes)});
     const auto moves = static_cast<int>(std::min(wanted, most) / kCoolings) + 1;
     for (int i = 0; i < kCoolings; ++i) {
       m_moves.cool(kShortening, i / (kCoolings - 1.0), m_grid);
@@ -166,9 +174,8 @@ class Annealer {
   /// Bounds the work, not the time, so that the same graph always ends the same.
   void untangle() {
     constexpr double kMostWork = 1.5e9;
-    constexpr int kMostMoves = 1000;
     const double nodes = m_component.nodes();
-    const double work = std::min(kMostWork, std::max(40 * nodes * nodes, 4e5 * (1000 - nodes)));
+    const double work = std::min(kMostWork, std::max(40 * nodes * nodes, 4.5e5 * (890 - nodes)));
     m_cost.forbid();
     GridLines lines(m_component, m_grid.rows());
     for (int i = 0; i < count(m_component.arcs); ++i) lines.put(m_grid, i);
@@ -178,7 +185,7 @@ class Annealer {
         add(m_component.arcs[i].to, i);
       }
     });
-    const int moves = kMostMoves * m_component.nodes() / kCoolings + 1;
+    const auto moves = static_cast<int>(nodes * std::min(1000.0, 40 * nodes) / kCoolings) + 1;
     for (int i = 0; i < kCoolings; ++i) {
       const double part = i / (kCoolings - 1.0);
       m_moves.cool(kUntangling, part, m_grid);

@@ -6,9 +6,9 @@
 #include "layout/Components.h"
 #include "layout/CrossingReduction.h"
 #include "layout/CycleRemoval.h"
-#include "layout/LineCrossings.h"
 #include "layout/GridPlacement.h"
 #include "layout/Layering.h"
+#include "layout/LineCrossings.h"
 #include "layout/LineRouting.h"
 #include "layout/LongLines.h"
 #include "layout/Packing.h"
@@ -24,6 +24,8 @@ namespace {
 constexpr int kFew = 500;
 /// A drawing so many times wider or narrower than wanted is drawn otherwise if that is possible.
 constexpr double kOffShape = 3;
+/// The shape of so small a component matters little to the whole.
+constexpr int kShapeless = 20;
 constexpr std::int64_t kSiftingWork = 800'000'000;
 
 /// The room that one loop needs beside its box.
@@ -60,7 +62,8 @@ Sketch sketch(Component component, const LayeredGraph& graph, const Spacing& spa
     for (const Point p : line) result.width = std::max(result.width, p.x);
   }
   const double aspect = result.width / result.routing.bottom / spacing.aspect;
-  result.isNarrow = aspect > kOffShape || aspect < 1 / kOffShape;
+  result.isNarrow =
+      component.nodes() > kShapeless && (aspect > kOffShape || aspect < 1 / kOffShape);
   result.component = std::move(component);
   return result;
 }
@@ -88,13 +91,14 @@ Sketch sketchByPlacement(Component component, const Spacing& spacing, std::uint6
   return sketch(std::move(component), graph, spacing);
 }
 
-/// The best of several sketches: of small components more, since there each crossing is seen.
-Sketch bestSketch(const Component& component, const Spacing& spacing) {
+/// The best of several sketches: of small components more, where a person sees each crossing.
+Sketch bestSketch(const Component& component, const Spacing& spacing, bool seesEach) {
   const int nodes = component.nodes();
   const int arcs = count(component.arcs);
   const bool isTree = arcs == nodes - 1;
-  const bool isSmall = nodes <= kFew && arcs <= 4 * kFew;
-  const int placements = isSmall ? std::clamp(1000 / nodes, 3, 12) : 1;
+  const bool isSmall = seesEach && nodes <= kFew && arcs <= 3 * kFew;
+  const int most = nodes < kShapeless ? 3 : 12;
+  const int placements = isSmall ? std::clamp(2000 / std::max(nodes, arcs), 3, most) : 1;
   std::vector<Sketch> best;
   const auto offer = [&](Sketch next) {
     next.crossings = lineCrossings(next.routing.lines);
@@ -200,7 +204,7 @@ Drawing layered(const Graph& graph, const Spacing& wanted) {
 
   std::vector<Size> sizes;
   for (const Component& c : parts.components) {
-    Sketch best = bestSketch(c, spacing);
+    Sketch best = bestSketch(c, spacing, count(input.boxes) <= 2 * kFew);
     sizes.push_back(takeOver(input, best, drawing));
   }
   const std::vector<Point> places = packed(sizes, spacing.layer, spacing.aspect);

@@ -9,9 +9,10 @@ namespace brisel::layout {
 
 /// The rows of one component and the lines between them.
 struct Routing {
-  std::vector<double> rowTop;                       ///< boxes hang from it
-  double bottom = 0;                                ///< of the lowest row
-  std::vector<std::vector<platform::Point>> lines;  ///< of each arc, from the upper to the lower box
+  std::vector<double> rowTop;  ///< boxes hang from it
+  double bottom = 0;           ///< of the lowest row
+  std::vector<std::vector<platform::Point>>
+      lines;  ///< of each arc, from the upper to the lower box
 };
 
 /// Leads the line of every arc from the bottom of its upper box to the top of its lower box, with

@@ -103,7 +103,8 @@ void orderRows(const Component& component, const std::vector<double>& place, Lay
     const Arc& arc = component.arcs[i];
     const int span = graph.layer[arc.to] - graph.layer[arc.from];
     for (int k = 1; k < span; ++k) {
-      x[graph.firstBend[i] + k - 1] = place[arc.from] + (place[arc.to] - place[arc.from]) * k / span;
+      x[graph.firstBend[i] + k - 1] =
+          place[arc.from] + (place[arc.to] - place[arc.from]) * k / span;
     }
   }
   for (int row = 0; row < count(graph.rows); ++row) {

@@ -41,9 +41,7 @@ class Spreader {
   [[nodiscard]] double boxWidth(int node) const {
     return m_component.width[node] - m_component.room[node];
   }
-  [[nodiscard]] double boxMiddle(int node) const {
-    return m_x[node] - m_component.room[node] / 2;
-  }
+  [[nodiscard]] double boxMiddle(int node) const { return m_x[node] - m_component.room[node] / 2; }
 
   void spreadSide(bool bottom) {
     const Adjacency sides = makeAdjacency(m_component.nodes(), [&](auto&& add) {

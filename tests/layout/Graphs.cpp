@@ -213,8 +213,8 @@ int piecesOnEachOther(const Graph& graph, const Drawing& drawing) {
     const auto& line = drawing.lines[i];
     for (std::size_t k = 1; k < line.size(); ++k) {
       const bool down = line[k].x == line[k - 1].x;
-      const auto [low, high] = down ? std::minmax(line[k - 1].y, line[k].y)
-                                    : std::minmax(line[k - 1].x, line[k].x);
+      const auto [low, high] =
+          down ? std::minmax(line[k - 1].y, line[k].y) : std::minmax(line[k - 1].x, line[k].x);
       onOneLine[{down, down ? line[k].x : line[k].y}].push_back({low, high, i});
     }
   }
