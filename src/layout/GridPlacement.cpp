@@ -88,7 +88,7 @@ class Annealer {
   Grid place() {
     shorten();
     m_grid = withRows(m_grid, layersFrom(m_component, m_grid));
-    constexpr std::int64_t kMostNumbers = 20'000'000;
+    constexpr std::int64_t kMostNumbers = 5'000'000;
     const std::int64_t numbers = std::int64_t{m_grid.rows()} * count(m_component.arcs);
     if (numbers <= kMostNumbers) untangle();
     return std::move(m_grid);

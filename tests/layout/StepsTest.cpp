@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include "layout/Blocks.h"
 #include "layout/Components.h"
 #include "layout/CrossingReduction.h"
 #include "layout/CycleRemoval.h"
@@ -11,6 +12,7 @@
 #include "layout/GridLines.h"
 #include "layout/GridPlacement.h"
 #include "layout/Layering.h"
+#include "layout/LineRouting.h"
 #include "layout/LongLines.h"
 #include "layout/NetworkSimplex.h"
 #include "layout/Numbers.h"
@@ -299,6 +301,46 @@ TEST(Sifting, KeepsTheRowsAndNeverAddsCrossings) {
       EXPECT_EQ(now, rows[row]);
     }
   }
+}
+
+TEST(Blocks, AreNumberedFromTheLeftAndDoNotCross) {
+  for (Component& c : components()) {
+    LayeredGraph graph = layeredGraph(c);
+    std::vector<double> x(graph.layer.size());
+    for (std::size_t n = 0; n < x.size(); ++n) x[n] = 10.0 * graph.position[n];
+    const Blocks blocks = straightBlocks(graph, x, 200);
+    int joined = 0;
+    for (const auto& row : graph.rows) {
+      for (int i = 0; i + 1 < count(row); ++i) {
+        ASSERT_LT(blocks.of[row[i]], blocks.of[row[i + 1]]);
+      }
+    }
+    for (int b = 0; b < blocks.size(); ++b) {
+      const auto members = blocks.members.of(b);
+      for (std::size_t i = 1; i < members.size(); ++i) {
+        ASSERT_EQ(graph.above.of(members[i])[0], members[i - 1]);
+        ASSERT_TRUE(graph.isBend(members[i - 1]));
+        ++joined;
+      }
+    }
+    EXPECT_EQ(joined, graph.nodes() - blocks.size());
+  }
+}
+
+TEST(LineRouting, AnArcThatWasLeftOutRunsRoundTheRows) {
+  Component c = partsOf(test::chain(4), 10).components.at(0);
+  LayeredGraph graph = withBends(c, {0, 1, 2, 3});
+  c.arcs.push_back({0, 3, 3});
+  graph.firstBend.push_back(-1);
+  const Spacing spacing{30, 50, 1.6};
+  const std::vector<double> x = placeInRows(graph, c.width, {30, 15});
+  const Routing routing = routeLines(c, graph, x, spacing);
+  const auto& line = routing.lines.back();
+  EXPECT_TRUE(test::isAxisParallel(line));
+  ASSERT_EQ(line.size(), 6U);
+  EXPECT_GT(line[2].x, x[1] + c.width[1] / 2);
+  EXPECT_EQ(line.front().y, routing.rowTop[0] + c.height[0]);
+  EXPECT_EQ(line.back().y, routing.rowTop[3]);
 }
 
 TEST(RowPlacement, NeighboursKeepOrderAndGap) {
