@@ -105,7 +105,7 @@ TEST(MainMenus, newClassIsTheToolWhileAClickCreates) {
   bench.button("Select").trigger();
   EXPECT_EQ(canvas.Mode(), "select");
   EXPECT_FALSE(bench.button("NewClass").isChecked());
-  for (const char* key : {"MatrixBrowser", "Template", "Demo"}) {
+  for (const char* key : {"MatrixBrowser", "Demo"}) {
     EXPECT_FALSE(bench.button(key).isEnabled()) << key << " is still to come";
   }
 }
