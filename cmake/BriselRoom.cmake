@@ -46,6 +46,7 @@ function(brisel_room name)
   endif()
   list(TRANSFORM ROOM_LINKS PREPEND brisel_)
   target_link_libraries(brisel_${name} ${kind} ${ROOM_LINKS} ${ROOM_EXTERNAL})
+  set_target_properties(brisel_${name} PROPERTIES BRISEL_EXTERNAL "${ROOM_EXTERNAL}")
   add_library(Brisel::${name} ALIAS brisel_${name})
 endfunction()
 

@@ -1,7 +1,7 @@
 # Sourced by ./run and ./test: finds out which Debian packages are missing, and installs them.
 
 run_packages="g++ cmake ninja-build qt6-base-dev qt6-svg-dev libsimdjson-dev libpugixml-dev libkainjow-mustache-dev libcli11-dev fonts-liberation2"
-test_packages="libgtest-dev xvfb xauth openbox python3"
+test_packages="libgtest-dev qt6-tools-dev libqt6opengl6-dev pkg-config xvfb xauth openbox python3"
 
 is_installed() {
   # One word an architecture: "installed", or "not-installed" and others.

@@ -3,8 +3,6 @@
 #include <cerrno>
 #include <csignal>
 #include <iostream>
-#include <map>
-#include <memory>
 
 #include <unistd.h>
 
@@ -14,25 +12,15 @@
 #include "automation/Serve.h"
 #include "automation/Server.h"
 #include "qt/Application.h"
-#include "qt/FormWindow.h"
+#include "qt/ShownDiagramWindow.h"
 
 namespace brisel::app {
 
 namespace {
 
-/// A DiagramWindow that has a window of its own as long as it lives.
-class ShownDiagramWindow : public component::DiagramWindow {
- public:
-  explicit ShownDiagramWindow(platform::ComponentRegistry& registry)
-      : DiagramWindow(registry), m_window(std::make_unique<qt::FormWindow>(*this)) {}
-
- private:
-  std::unique_ptr<qt::FormWindow> m_window;
-};
-
 void showComponents(platform::ComponentRegistry& registry) {
   registry.add("BriselCLS.DiagramWindow", [](platform::ComponentRegistry& made) {
-    return platform::make<ShownDiagramWindow>(made);
+    return platform::make<qt::ShownDiagramWindow>(made, qt::FormWindow::Modal::returns);
   });
 }
 

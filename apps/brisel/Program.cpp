@@ -1,8 +1,8 @@
 #include "Program.h"
 
-#include <filesystem>
 #include <utility>
 
+#include "component/DataFolder.h"
 #include "component/Suite.h"
 #include "platform/Error.h"
 
@@ -23,13 +23,8 @@ void CommandShell::throwFailure() {
 Program::Program() {
   component::registerSuite(m_registry);
   m_registry.add("Brisel.Shell", [this](platform::ComponentRegistry&) { return m_shell; });
-  m_registry.installationFolder(installationFolder());
 }
 
-std::string installationFolder() {
-  std::error_code ignored;
-  const auto program = std::filesystem::read_symlink("/proc/self/exe", ignored);
-  return (program.parent_path().parent_path() / "share" / "brisel").string();
-}
+std::string installationFolder() { return component::dataFolder(); }
 
 }  // namespace brisel::app

@@ -33,8 +33,7 @@ class Program {
   platform::ComponentRegistry m_registry{m_shell};
 };
 
-/// Where icons and templates lie: share/brisel beside the folder of the program, both in an
-/// installation and in a build folder.
+/// Where icons and templates lie, both in an installation and in a build folder.
 [[nodiscard]] std::string installationFolder();
 
 }  // namespace brisel::app

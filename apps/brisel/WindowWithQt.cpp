@@ -4,12 +4,9 @@
 
 #include "Program.h"
 #include "Window.h"
-#include "component/Document.h"
-#include "component/Suite.h"
 #include "platform/Error.h"
 #include "qt/Application.h"
-#include "qt/MainWindow.h"
-#include "qt/QtShell.h"
+#include "qt/Windows.h"
 
 namespace brisel::app {
 
@@ -40,17 +37,16 @@ std::unique_ptr<qt::Application> startWindows() {
   return application;
 }
 
-int runWindow(const std::vector<std::string>& files) {
+int runWindows(const std::vector<std::string>& files, bool oneModel) {
   const auto application = startWindows();
-  const auto shell = platform::make<qt::QtShell>();
-  platform::ComponentRegistry registry(shell);
-  component::registerSuite(registry);
-  registry.installationFolder(installationFolder());
-
-  component::Document document(registry);
-  qt::MainWindow window(document, shell);
-  window.show();
-  if (!files.empty()) window.openFiles(files);
+  qt::Windows windows(installationFolder());
+  if (files.empty()) {
+    windows.add();
+  } else if (oneModel) {
+    windows.open(files);
+  } else {
+    for (const std::string& file : files) windows.open({file});
+  }
   return QApplication::exec();
 }
 

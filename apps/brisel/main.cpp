@@ -26,6 +26,7 @@ struct Options {
   LayoutOptions layout{{}, "%HIERARCHY%", {}};
   GenerateOptions generate;
   bool window = false;
+  bool oneModel = false;
 };
 
 /// One line, whatever a cause holds.
@@ -98,7 +99,7 @@ void addAutomate(CLI::App& app, Options& options) {
 
 #ifdef BRISEL_QT
 int show(const Options& options, const CLI::App& app) {
-  if (!app.got_subcommand("automate")) return runWindow(options.files);
+  if (!app.got_subcommand("automate")) return runWindows(options.files, options.oneModel);
   return runAutomationWindow();
 }
 #else
@@ -112,7 +113,10 @@ int run(int count, char** arguments) {
   CLI::App app("Brisel, an editor for UML class diagrams", "brisel");
   app.footer(kExitCodes);
   app.set_version_flag("--version", "brisel " BRISEL_VERSION, "Print the version and exit");
-  app.add_option("FILE", options.files, "Files to open in the window");
+  app.add_option("FILE", options.files,
+                 "Files to open (.dim, or .uml .xmi .ecore), each in a window of its own");
+  app.add_flag("--one-model", options.oneModel,
+               "The files are parts of one model: open them together in one window");
   app.require_subcommand(0, 1);
   addConvert(app, options.convert);
   addInfo(app, options.info);

@@ -17,8 +17,8 @@ using platform::Rect;
 /// The canvas in a view of 1920 by 1080 pixels, which asks for the extent at each change to place
 /// its scroll bars.
 struct SeenCanvas : FilledCanvas {
-  explicit SeenCanvas(const benchmark::State& state)
-      : FilledCanvas(static_cast<int>(state.range(0))) {
+  explicit SeenCanvas(const benchmark::State& state, Lines lines = Lines::allOver)
+      : FilledCanvas(static_cast<int>(state.range(0)), lines) {
     control->viewport().resize({1920, 1080});
     damaged = control->scene().Damaged.connect([this](const auto& areas) {
       told += areas.size();
@@ -57,6 +57,32 @@ void dragOneClass(benchmark::State& state) {
   if (canvas.told == 0) state.SkipWithError("nothing moved");
 }
 BENCHMARK(dragOneClass)->Arg(1000)->Arg(10000)->Unit(benchmark::kMicrosecond);
+
+/// All lines carry three texts, which keep clear of what moves.
+void dragOneClassAmongTexts(benchmark::State& state) {
+  SeenCanvas canvas(state, FilledCanvas::Lines::nearby);
+  canvas.labelLines();
+  canvas::Node& node = *canvas.control->scene().node("n" + std::to_string(state.range(0) / 2));
+  const Point grip = node.bounds().topLeft() + Point{300, 200};
+  canvas.press(grip);
+  double step = 0;
+  for (auto _ : state) {
+    step = step > 3000 ? 0 : step + 75;
+    canvas.move(grip + Point{step, step / 2});
+  }
+}
+BENCHMARK(dragOneClassAmongTexts)->Arg(1000)->Arg(10000)->Unit(benchmark::kMicrosecond);
+
+void placeAllTexts(benchmark::State& state) {
+  SeenCanvas canvas(state, FilledCanvas::Lines::nearby);
+  canvas.labelLines();
+  double size = 10;
+  for (auto _ : state) {
+    size = size > 10 ? 10 : 11;
+    canvas.control->SectionFont("Courier New", size);
+  }
+}
+BENCHMARK(placeAllTexts)->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond);
 
 void dragTheOutermostClass(benchmark::State& state) {
   SeenCanvas canvas(state);

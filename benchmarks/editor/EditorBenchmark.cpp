@@ -3,36 +3,13 @@
 
 #include <benchmark/benchmark.h>
 
-#include "component/AutomaticShell.h"
-#include "component/Suite.h"
-#include "editor/CLSEditor.h"
-#include "support/GeneratedModel.h"
+#include "editor/Workbench.h"
 
 /// The editor on whole models, without a window. The argument is the number of classes.
 namespace brisel::benchmarks {
 namespace {
 
 namespace types = platform::types;
-
-std::int64_t countOf(const GeneratedModel& model, std::string_view type) {
-  return model.repository->MetaNodes(type)->extension()->Count();
-}
-
-/// An editor on a generated model with stored geometry.
-struct Workbench {
-  explicit Workbench(std::int64_t classes)
-      : model(generateModel({.classes = static_cast<int>(classes), .hasGeometry = true})),
-        registry(platform::make<component::AutomaticShell>()) {
-    component::registerSuite(registry);
-    editor = platform::make<editor::CLSEditor>(registry);
-    editor->Repository(model.repository.get());
-  }
-  ~Workbench() { editor->terminate(); }
-
-  GeneratedModel model;
-  platform::ComponentRegistry registry;
-  platform::Ref<editor::CLSEditor> editor;
-};
 
 void Populate(benchmark::State& state) {
   const Workbench bench(state.range(0));

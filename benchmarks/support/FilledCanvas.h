@@ -9,17 +9,32 @@
 
 namespace brisel::bench {
 
-/// A canvas of boxes of ten rows in a square, with 1.2 lines each to boxes all over it: the worst
-/// that an index of lines can meet.
+/// A canvas of boxes of ten rows in a square, with 1.2 lines each.
 class FilledCanvas {
  public:
-  explicit FilledCanvas(int count) : control(platform::make<canvas::DiagramControl>(m_registry)) {
+  /// Lines to boxes all over the canvas are the worst that an index of lines can meet; after a
+  /// layout most lead to a box nearby.
+  enum class Lines { allOver, nearby };
+
+  explicit FilledCanvas(int count, Lines lines = Lines::allOver) : control(platform::make<canvas::DiagramControl>(m_registry)) {
     control->beginUpdate();
     const int across = static_cast<int>(std::ceil(std::sqrt(count)));
     for (int i = 0; i < count; ++i) addBox(i, across);
     for (int i = 0; i < count * 12 / 10; ++i) {
       control->createLink("l" + std::to_string(i), "", keyOf(i % count),
-                          keyOf((i * 7 + 1) % count));
+                          keyOf(lines == Lines::allOver ? (i * 7 + 1) % count
+                                                        : (i + (i % 3 == 0 ? across : 1)) % count));
+    }
+    control->endUpdate();
+  }
+
+  /// Gives every line a name, and each end a role or a multiplicity.
+  void labelLines() const {
+    control->beginUpdate();
+    for (canvas::Link& link : control->scene().links()) {
+      link.text("relates to");
+      link.beginText("1");
+      link.endText("parts 0..*");
     }
     control->endUpdate();
   }

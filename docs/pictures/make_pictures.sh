@@ -1,5 +1,5 @@
 #!/bin/sh
-# Makes the pictures of the README from the program as it is now, so that they stay true.
+# Makes the pictures of README and docs from the program as it is now, so that they stay true.
 # For a developer; needs xvfb, openbox, xdotool, ImageMagick and, for the property editors, the
 # window tests.
 set -eu
@@ -68,4 +68,5 @@ window window-200.png 2880x1920 2
 drawing drawing.png
 tests="${BRISEL_TESTS:-$root/build/dev/bin/test_qt}"
 [ -x "$tests" ] && editors || echo "make_pictures.sh: no window tests were built" >&2
+python3 "$here/make_refactoring_pictures.py" "$program"
 echo "made in $here"

@@ -2,11 +2,14 @@
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
 #include <unordered_map>
+#include <unordered_set>
 
+#include "canvas/LinkBends.h"
 #include "canvas/Memory.h"
 #include "canvas/Scene.h"
-#include "layout/Layout.h"
+#include "layout/FreePlaces.h"
 #include "platform/Error.h"
 
 namespace brisel::canvas {
@@ -22,8 +25,6 @@ namespace {
 
 /// Between the corner of the canvas and a diagram that was laid out.
 constexpr Point kCorner{300, 300};
-/// Room for the arrow or diamond at the end of a line.
-constexpr double kStubLength = 300;
 
 layout::EdgeKind kindOf(const Link& link) {
   if (link.endArrow() == static_cast<int>(Arrow::triangle)) {
@@ -34,21 +35,24 @@ layout::EdgeKind kindOf(const Link& link) {
   return diamond ? layout::EdgeKind::aggregation : layout::EdgeKind::association;
 }
 
-/// The boxes of a scene and its lines as the layout knows them; lines from a box to itself stay
-/// with their box and are left out.
+/// Some boxes of a scene, and the lines between them, as the layout knows them.
 struct Model {
-  explicit Model(const Scene& scene) {
+  explicit Model(std::vector<Ref<Node>> some) : nodes(std::move(some)) {
     std::unordered_map<const Node*, std::size_t> indexOf;
-    for (Node& node : scene.nodes()) {
-      indexOf.emplace(&node, nodes.size());
-      nodes.emplace_back(&node);
-      graph.boxes.push_back(node.bounds().size());
+    for (const auto& node : nodes) {
+      indexOf.emplace(node.get(), indexOf.size());
+      graph.boxes.push_back(node->bounds().size());
     }
-    for (Link& link : scene.links()) {
-      if (link.isLoop()) continue;
-      links.emplace_back(&link);
+    for (const auto& node : nodes) {
+      for (const Node::Attached& end : node->attached()) {
+        if (end.atSource && indexOf.contains(&end.link->targetNode())) links.emplace_back(end.link);
+      }
+    }
+    std::sort(links.begin(), links.end(),
+              [](const auto& a, const auto& b) { return a->order() < b->order(); });
+    for (const auto& link : links) {
       graph.edges.push_back(
-          {indexOf.at(&link.sourceNode()), indexOf.at(&link.targetNode()), kindOf(link)});
+          {indexOf.at(&link->sourceNode()), indexOf.at(&link->targetNode()), kindOf(*link)});
     }
   }
 
@@ -57,23 +61,45 @@ struct Model {
   layout::Graph graph;
 };
 
-/// More room between rows where lines carry texts.
-layout::Spacing spacingFor(const std::vector<Ref<Link>>& links) {
-  constexpr double kLayerGapWithTexts = 1500;
+std::vector<Ref<Node>> allOf(const Scene& scene) {
+  std::vector<Ref<Node>> nodes;
+  for (Node& node : scene.nodes()) nodes.emplace_back(&node);
+  return nodes;
+}
+
+/// More room where lines carry texts: between rows for those of both ends and the name, between
+/// boxes for the texts of neighbouring lines.
+layout::Spacing spacingFor(const Scene& scene, const std::vector<Ref<Link>>& links) {
+  constexpr double kLeastLayerGap = 1500;
+  constexpr double kMostNodeGap = 1200;
   layout::Spacing spacing;
-  const auto hasText = [](const Ref<Link>& link) {
-    return !(link->text().empty() && link->beginText().empty() && link->endText().empty());
-  };
-  if (std::any_of(links.begin(), links.end(), hasText)) spacing.layer = kLayerGapWithTexts;
+  double highest = 0;
+  double width = 0;
+  double ends = 0;
+  bool any = false;
+  for (const auto& link : links) {
+    any |= !link->text().empty();
+    for (const std::string& text : {link->beginText(), link->endText()}) {
+      if (text.empty()) continue;
+      const platform::Size size = textSize(text, scene.textFont());
+      highest = std::max(highest, size.height);
+      width += size.width;
+      ++ends;
+    }
+  }
+  if (!any && ends == 0) return spacing;
+  const double lines = 2 * (kTextGap + highest) + scene.textFont().lineHeight() + 3 * kTextLineGap;
+  spacing.layer = std::max(kLeastLayerGap, lines);
+  if (ends > 0) spacing.node = std::clamp(width / ends, spacing.node, kMostNodeGap);
   return spacing;
 }
 
 layout::Drawing draw(const layout::Graph& graph, const layout::Spacing& spacing,
-                     std::string_view code, std::uint64_t seed) {
-  if (code == "%HIERARCHY%") return layout::layered(graph, spacing);
+                     std::string_view code, std::uint64_t seed, const layout::GoOn& goOn) {
+  if (code == "%HIERARCHY%") return layout::layered(graph, spacing, goOn);
   if (code == "MATRIX") return layout::matrix(graph, spacing);
   if (code == "RANDOM") return layout::random(graph, spacing, seed);
-  if (code == "SPRING") return layout::spring(graph, spacing);
+  if (code == "SPRING") return layout::spring(graph, spacing, goOn);
   throw Error(ErrorNumber::invalidCall, "Unknown layout: " + std::string(code));
 }
 
@@ -89,31 +115,6 @@ Point shiftOf(const layout::Drawing& drawing) {
   return kCorner - low;
 }
 
-/// A bend straight above or below an end, on the way to the next point.
-Point stub(Point end, Point next) {
-  return {end.x, end.y + std::clamp((next.y - end.y) / 3, -kStubLength, kStubLength)};
-}
-
-/// The bends with which a line meets its boxes where the layout drew it to: other lines, or other
-/// boxes, lie where it would run by itself.
-std::vector<Point> bendsFor(const Link& link, const std::vector<Point>& line) {
-  const auto near = [](Point a, Point b) {
-    return std::max(std::abs(a.x - b.x), std::abs(a.y - b.y)) < platform::kTwipsPerPixel;
-  };
-  const Point first = line.front();
-  const Point last = line.back();
-  std::vector<Point> bends(line.begin() + 1, line.end() - 1);
-  const auto drawn = route(link.sourceNode().bounds(), link.targetNode().bounds(), bends, {});
-  const bool keepsFirst = near(drawn.front(), first);
-  const bool keepsLast = near(drawn.back(), last);
-  if (keepsFirst && keepsLast) return bends;
-  if (bends.empty() && first.x == last.x) return {(first + last) * 0.5};
-  if (bends.empty()) return {stub(first, last), stub(last, first)};
-  if (!keepsFirst) bends.insert(bends.begin(), stub(first, line[1]));
-  if (!keepsLast) bends.push_back(stub(last, line[line.size() - 2]));
-  return bends;
-}
-
 /// Moves the box without giving up its fitting to the text; true when it moved.
 bool moveTo(Node& node, Point corner) {
   const Rect before = node.bounds();
@@ -124,28 +125,112 @@ bool moveTo(Node& node, Point corner) {
 
 }  // namespace
 
-std::vector<std::string> arrange(Scene& scene, std::string_view code, std::uint64_t seed) {
-  const Model model(scene);
-  const layout::Drawing drawing = draw(model.graph, spacingFor(model.links), code, seed);
-  const Point shift = shiftOf(drawing);
-  const Scene::Update update(&scene);
+namespace {
+
+/// Puts boxes and lines where they were drawn; gives the keys of the boxes that moved.
+std::vector<std::string> apply(const Model& model, const layout::Drawing& drawing, Point shift,
+                               bool withBends) {
   std::vector<std::string> moved;
   for (std::size_t i = 0; i < model.nodes.size(); ++i) {
     Node& node = *model.nodes[i];
     if (moveTo(node, drawing.positions[i] + shift)) moved.push_back(node.key());
   }
   for (std::size_t i = 0; i < model.links.size(); ++i) {
-    if (code != "%HIERARCHY%") {
-      model.links[i]->bends({});
+    Link& link = *model.links[i];
+    // Lines from a box to itself take room in the layout, but go round their corner as ever.
+    if (link.isLoop()) continue;
+    if (!withBends) {
+      link.bends({});
       continue;
     }
     auto line = drawing.lines[i];
     for (Point& point : line) point = point + shift;
-    auto bends = bendsFor(*model.links[i], line);
+    auto bends = bendsFor(link.sourceNode().bounds(), link.targetNode().bounds(), line);
     for (Point& bend : bends) bend = withinReach(wholeTwips(bend));
-    model.links[i]->bends(std::move(bends));
+    link.bends(std::move(bends));
   }
   return moved;
+}
+
+/// A picture of the boxes is all that the layout has: it is of no use when they changed meanwhile.
+void checkUnchanged(const Scene& scene, std::uint64_t revision) {
+  if (scene.geometryRevision() != revision) throw layout::Cancelled();
+}
+
+}  // namespace
+
+std::vector<std::string> arrange(Scene& scene, std::string_view code, std::uint64_t seed,
+                                 const layout::GoOn& goOn) {
+  const std::uint64_t revision = scene.geometryRevision();
+  const Model model(allOf(scene));
+  const layout::Drawing drawing =
+      draw(model.graph, spacingFor(scene, model.links), code, seed, goOn);
+  checkUnchanged(scene, revision);
+  const Scene::Update update(&scene);
+  return apply(model, drawing, shiftOf(drawing), code == "%HIERARCHY%");
+}
+
+std::vector<std::string> arrangeSelected(Scene& scene, std::string_view code, std::uint64_t seed,
+                                         const layout::GoOn& goOn) {
+  const std::uint64_t revision = scene.geometryRevision();
+  auto nodes = scene.selection().nodes();
+  // What stands further left comes first: where a layout has the choice it keeps that order.
+  std::stable_sort(nodes.begin(), nodes.end(), [](const auto& a, const auto& b) {
+    return a->bounds().center().x < b->bounds().center().x;
+  });
+  const Model model(std::move(nodes));
+  const layout::Spacing spacing = spacingFor(scene, model.links);
+  const layout::Drawing drawing = draw(model.graph, spacing, code, seed, goOn);
+  checkUnchanged(scene, revision);
+
+  Rect before;
+  Rect drawn;
+  std::vector<Rect> moving;
+  for (std::size_t i = 0; i < model.nodes.size(); ++i) {
+    const Rect box = model.nodes[i]->bounds();
+    const Point at = drawing.positions[i];
+    moving.push_back({at.x, at.y, box.width, box.height});
+    before = before.united(box);
+    drawn = drawn.united(moving.back());
+  }
+  const Point shift = wholeTwips(before.center() - drawn.center());
+  for (Rect& rect : moving) rect = rect.movedBy(shift);
+  std::vector<Rect> standing;
+  for (const Node& node : scene.nodes()) {
+    if (!node.isSelected()) standing.push_back(node.bounds());
+  }
+  const Point clear = layout::clearShift(moving, standing, spacing.node / 2);
+  const Scene::Update update(&scene);
+  auto moved = apply(model, drawing, shift + clear, code == "%HIERARCHY%");
+  for (const auto& node : model.nodes) {
+    for (const Node::Attached& end : node->attached()) {
+      Link& link = *end.link;
+      const Node& other = end.atSource ? link.targetNode() : link.sourceNode();
+      if (other.isSelected() || link.bends().empty()) continue;
+      auto bends =
+          rightAngled(link.sourceNode().bounds(), link.targetNode().bounds(), link.rankOfAll());
+      for (Point& bend : bends) bend = wholeTwips(bend);
+      link.bends(std::move(bends));
+    }
+  }
+  return moved;
+}
+
+void placeAmong(Scene& scene, const std::vector<std::string>& keys) {
+  std::unordered_set<const Node*> loose;
+  for (const std::string& key : keys) loose.insert(scene.node(key));
+  const Model model(allOf(scene));
+  std::vector<std::optional<Point>> standing;
+  for (const auto& node : model.nodes) {
+    standing.emplace_back();
+    if (!loose.contains(node.get())) standing.back() = node->bounds().topLeft();
+  }
+  const auto places =
+      layout::placedAmong(model.graph, standing, spacingFor(scene, model.links));
+  const Scene::Update update(&scene);
+  for (std::size_t i = 0; i < places.size(); ++i) {
+    if (!standing[i]) moveTo(*model.nodes[i], places[i]);
+  }
 }
 
 bool isAlignment(std::string_view code) {
@@ -159,6 +244,7 @@ std::vector<std::string> align(Scene& scene, std::string_view code) {
   Rect all = nodes.front()->bounds();
   for (const auto& node : nodes) all = all.united(node->bounds());
   const Scene::Update update(&scene);
+  FollowingLines lines(nodes, FollowingLines::Between::follow);
   for (const auto& node : nodes) {
     const Rect box = node->bounds();
     Point corner = box.topLeft();
@@ -168,6 +254,7 @@ std::vector<std::string> align(Scene& scene, std::string_view code) {
     if (code == "RADJST") corner.x = all.right() - box.width;
     if (moveTo(*node, corner)) moved.push_back(node->key());
   }
+  lines.follow();
   return moved;
 }
 

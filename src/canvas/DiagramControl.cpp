@@ -8,6 +8,7 @@
 #include "canvas/Interaction.h"
 #include "canvas/InteractionState.h"
 #include "canvas/Keyboard.h"
+#include "canvas/LongTask.h"
 #include "canvas/Memory.h"
 #include "canvas/Points.h"
 #include "canvas/SvgExport.h"
@@ -227,10 +228,30 @@ void DiagramControl::refresh() { m_scene.damageAll(); }
 void DiagramControl::Layout(std::string_view code) {
   const Ref<DiagramControl> self(this);
   m_interaction->cancel();
-  const bool aligns = isAlignment(code);
-  const auto moved = aligns ? align(m_scene, code) : arrange(m_scene, code, ++m_layoutSeed);
-  if (!aligns) m_viewport.scrollTo({});
+  std::vector<std::string> moved;
+  if (isAlignment(code)) {
+    moved = align(m_scene, code);
+  } else {
+    const std::size_t selected = selection().nodes().size();
+    const bool some = selected >= 2 && selected < m_scene.nodes().size();
+    LongTask task(m_registry, "Laying out the diagram", m_patience);
+    const auto goOn = [&task](double share) { return task.goOn(share); };
+    try {
+      moved = (some ? arrangeSelected : arrange)(m_scene, code, ++m_layoutSeed, goOn);
+    } catch (const layout::Cancelled&) {
+      return showHint("The layout was cancelled: everything stays where it was");
+    }
+    if (some) {
+      showHint("Laid out the " + std::to_string(selected) + " selected classes alone");
+    } else {
+      m_viewport.scrollTo({});
+    }
+  }
   for (const std::string& key : moved) NodeMoved(key);
+}
+
+void DiagramControl::placeAmong(const std::vector<std::string>& keys) {
+  canvas::placeAmong(m_scene, keys);
 }
 
 Ref<Object> DiagramControl::GetDiagram() { return m_settings; }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <map>
 #include <memory>
@@ -90,9 +91,14 @@ class DiagramControl : public platform::DiagramControl {
   /// Has everything painted again.
   void refresh() override;
   /// One of the codes of platform::DiagramControl::Layout. Raises NodeMoved for each node that
-  /// moved. A layout of all nodes begins at the upper left corner of the canvas, which is scrolled
-  /// into view.
+  /// moved. With two nodes or more selected these alone are laid out, clear of the others, which
+  /// stay where they are. A layout of all nodes begins at the upper left corner of the canvas, which
+  /// is scrolled into view. One that takes long is shown with a way to cancel it; nothing is changed
+  /// then.
   void Layout(std::string_view code) override;
+  void placeAmong(const std::vector<std::string>& keys) override;
+  /// How long a layout may take before its progress is shown; 500 ms at first.
+  void patience(std::chrono::milliseconds patience) { m_patience = patience; }
   /// An object with the property "CanDrawLink" and the method "Layout"(code).
   platform::Ref<platform::Object> GetDiagram() override;
   /// The view's native window, as the view told it; 0 without a view.
@@ -168,6 +174,7 @@ class DiagramControl : public platform::DiagramControl {
   [[nodiscard]] bool ShowGrid() const { return m_showGrid; }
   void ShowGrid(bool show);
 
+  void reveal(const platform::Rect& area) override { m_viewport.reveal(area); }
   /// Percent.
   [[nodiscard]] double getZoom() const override { return m_viewport.zoom(); }
   /// Percent, brought into the range of 2 to 800; around the middle of the view.
@@ -280,6 +287,7 @@ class DiagramControl : public platform::DiagramControl {
   platform::LinkRule m_linkRule;
   platform::DropRule m_dropRule;
   std::uint64_t m_layoutSeed = 0;
+  std::chrono::milliseconds m_patience{500};
   platform::Ref<platform::Object> m_generator;
   platform::Size m_newNodeSize{3000, 1500};
   std::size_t m_sections = 2;

@@ -67,6 +67,7 @@ ResizeState::ResizeState(Interaction& owner, Node& node, Handle handle, Point st
       m_offset(handlesOf(node.bounds())[static_cast<std::size_t>(handle)] - start),
       m_before(node.bounds()),
       m_fitted(node.fitsText()),
+      m_lines({m_node}, FollowingLines::Between::follow),
       m_cursor(owner.hoverCursor()),
       m_guides(owner.control()) {}
 
@@ -93,6 +94,7 @@ void ResizeState::pull(Point to) {
     m_guides.show(box, across, down);
   }
   m_node->bounds(box);
+  m_lines.follow();
 }
 
 void ResizeState::release(const PointerEvent& event) {
@@ -103,8 +105,10 @@ void ResizeState::release(const PointerEvent& event) {
 }
 
 void ResizeState::cancel() {
+  const Scene::Update update(m_node->scene());
   m_node->bounds(m_before);
   if (m_fitted) m_node->fitToText(true);
+  m_lines.follow();
 }
 
 CursorShape ResizeState::cursor() const { return m_cursor; }

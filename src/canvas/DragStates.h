@@ -61,6 +61,7 @@ class ResizeState : public InteractionState {
   platform::Point m_offset;  ///< from the pointer to the middle of the handle
   platform::Rect m_before;
   bool m_fitted;
+  FollowingLines m_lines;
   bool m_moved = false;
   CursorShape m_cursor;
   Guides m_guides;

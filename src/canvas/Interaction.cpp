@@ -29,10 +29,9 @@ class Interaction::Dispatch {
     const bool scrollingChanged = std::exchange(m_owner.m_shownScrolling, scrolls) != scrolls;
     const CursorShape cursor = m_owner.cursor();
     const bool cursorChanged = std::exchange(m_owner.m_shownCursor, cursor) != cursor;
-    const bool isHeld = std::exchange(m_owner.m_holdsHint, false);
     if (cursorChanged) m_owner.m_control.CursorChanged();
     if (scrollingChanged) m_owner.m_control.AutoScrollChanged();
-    if (!isHeld) m_owner.tellHint();
+    m_owner.tellHint();
   }
 
  private:
@@ -85,6 +84,7 @@ void Interaction::pointerMove(Point at, Modifiers modifiers) {
 void Interaction::pointerPress(const PointerEvent& event) {
   Dispatch dispatch(*this);
   pointerAt(event);
+  m_noticeStands = false;
   m_pressedAt = m_seenAt;
   m_made = nullptr;
   m_state->press(event);
@@ -183,6 +183,8 @@ void Interaction::rest() { change(std::make_unique<IdleState>(*this)); }
 
 void Interaction::tellHint() {
   std::string hint = m_state->hint();
+  if (hint.empty() && m_noticeStands) return;
+  m_noticeStands = false;
   if (m_shownHint == hint) return;
   m_shownHint = hint;
   m_control.Hint(hint);
@@ -220,7 +222,7 @@ void Interaction::refresh() {
 
 void Interaction::showHint(std::string_view text) {
   m_shownHint = text;
-  m_holdsHint = m_depth > 0;
+  m_noticeStands = true;
   m_control.Hint(m_shownHint);
 }
 

@@ -37,7 +37,8 @@ class Interaction {
   /// is now under it. Beyond the items there is nothing to scroll to.
   void autoScroll();
 
-  /// Tells a hint that is not the state's own; the next input takes it back.
+  /// Tells a hint that is not the state's own: it stands until the next press, or until there is
+  /// something else to tell.
   void showHint(std::string_view text);
   /// What the pointer rests on, as it was told; nothing over empty canvas.
   [[nodiscard]] platform::Ref<platform::DiagramItem> hovered() const { return m_hovered; }
@@ -101,7 +102,7 @@ class Interaction {
   CursorShape m_shownCursor = CursorShape::arrow;
   std::string m_hoverHint;
   std::string m_shownHint;
-  bool m_holdsHint = false;  ///< the hint shown outlives the input that is dealt with
+  bool m_noticeStands = false;  ///< the hint shown is not the state's own
   platform::Ref<Node> m_made;
   platform::Point m_pointer;
   bool m_pointerInside = false;

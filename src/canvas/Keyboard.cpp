@@ -27,19 +27,6 @@ void nudge(DiagramControl& control, Point direction, bool byGrid) {
   for (const std::string& key : items.movedKeys()) control.NodeMoved(key);
 }
 
-/// Scrolls as little as brings the box into view.
-void reveal(Viewport& view, const Rect& box) {
-  const Rect seen = view.visible();
-  if (seen.contains(box)) return;
-  const auto nearest = [](double from, double length, double low, double high) {
-    if (low < from || high - low > length) return low;
-    return high > from + length ? high - length : from;
-  };
-  const Rect wanted = box.grownBy(kGridStep);
-  view.scrollTo({nearest(seen.left, seen.width, wanted.left, wanted.right()),
-                 nearest(seen.top, seen.height, wanted.top, wanted.bottom())});
-}
-
 /// Where Tab comes by: boxes, then lines, both from the top to the bottom and from left to right.
 auto readingPlace(const Item& item) {
   const Point at = item.isLink() ? middleOf(static_cast<const Link&>(item).points())
@@ -77,7 +64,7 @@ bool walk(DiagramControl& control, bool backwards) {
   Item* next = walk.next();
   if (!next) return false;
   control.selection().selectOnly(*next);
-  reveal(control.viewport(), next->extent());
+  control.viewport().reveal(next->extent().grownBy(kGridStep));
   return true;
 }
 

@@ -129,7 +129,10 @@ Ref<platform::DiagramPoints> Link::ExtraPoints() const {
   return platform::make<LinkPoints>(self());
 }
 
-Rect Link::extent() const { return geometry().extent; }
+Rect Link::extent() const {
+  const Geometry& g = settled();
+  return g.course.united(g.label).united(g.beginText).united(g.endText);
+}
 
 double Link::margin() const {
   return m_beginArrow != 0 || m_endArrow != 0 ? std::max(kArrowHalfWidth, kDiamondHalfWidth)
@@ -143,7 +146,7 @@ void Link::addParts(std::vector<Rect>& parts) const {
     length += longerSide(g.points[i - 1], g.points[i]);
   }
   if (length <= kPartLength) {
-    parts.push_back(g.extent);
+    parts.push_back(g.course.united(g.label).united(g.beginText).united(g.endText));
     return;
   }
   const double longest = std::max(kPartLength, length / kMostParts);
@@ -168,11 +171,11 @@ void Link::addParts(std::vector<Rect>& parts) const {
 
 const std::vector<Point>& Link::points() const { return geometry().points; }
 
-Rect Link::labelArea() const { return geometry().label; }
+Rect Link::labelArea() const { return settled().label; }
 
-Rect Link::beginTextArea() const { return geometry().beginText; }
+Rect Link::beginTextArea() const { return settled().beginText; }
 
-Rect Link::endTextArea() const { return geometry().endText; }
+Rect Link::endTextArea() const { return settled().endText; }
 
 void Link::bends(std::vector<Point> bends) {
   for (const Point bend : bends) checkReach(bend);
@@ -208,35 +211,58 @@ void Link::removeBend(std::size_t index) {
 
 void Link::geometryChanged() {
   m_stale = true;
+  m_textsStale = true;
   if (scene()) scene()->touched(*this);
+}
+
+const Link::Geometry& Link::settled() const {
+  if (scene()) scene()->settle();
+  return geometry();
 }
 
 const Link::Geometry& Link::geometry() const {
   if (!m_stale) return m_geometry;
-  const Rect source = m_source->bounds();
-  const Rect target = m_target->bounds();
+  m_stale = false;
   Geometry& g = m_geometry;
-  const bool computed = isLoop() && m_bends.empty();
-  g.points = computed ? loop(source, m_rank) : route(source, target, m_bends, m_rank);
-  const Font& font = fontOf(scene());
-  const std::size_t last = g.points.size() - 1;
-  const platform::Size label = textSize(m_text, font);
-  g.label =
-      computed ? loopLabelArea(g.points, label) : canvas::labelArea(g.points, label, m_labelRank);
-  g.beginText = canvas::endTextArea(source, g.points[0], g.points[1], textSize(m_beginText, font));
-  g.endText =
-      canvas::endTextArea(target, g.points[last], g.points[last - 1], textSize(m_endText, font));
-
+  g.points = followsCorner()
+                 ? loop(m_source->bounds(), m_rank)
+                 : route(m_source->bounds(), m_target->bounds(), m_bends, m_rank);
   Point low = g.points.front();
   Point high = low;
   for (const Point p : g.points) {
     low = {std::min(low.x, p.x), std::min(low.y, p.y)};
     high = {std::max(high.x, p.x), std::max(high.y, p.y)};
   }
-  g.extent =
-      rectAround(low, high).grownBy(margin()).united(g.label).united(g.beginText).united(g.endText);
-  m_stale = false;
+  g.course = rectAround(low, high).grownBy(margin());
+  if (scene()) return g;
+  const auto first = [this](Label label) {
+    const auto choices = candidates(label, {});
+    return choices.empty() ? Rect{} : choices.front().area;
+  };
+  g.label = first(Label::name);
+  g.beginText = first(Label::begin);
+  g.endText = first(Label::end);
   return g;
+}
+
+std::vector<layout::LabelCandidate> Link::candidates(Label label,
+                                                     const layout::LabelGaps& gaps) const {
+  const std::string& words = label == Label::name    ? m_text
+                             : label == Label::begin ? m_beginText
+                                                     : m_endText;
+  if (words.empty()) return {};
+  const platform::Size size = textSize(words, fontOf(scene()));
+  const std::vector<Point>& course = points();
+  if (label == Label::begin) {
+    return layout::endCandidates(m_source->bounds(), course, size, gaps);
+  }
+  if (label == Label::end) {
+    return layout::endCandidates(m_target->bounds(), {course.rbegin(), course.rend()}, size, gaps);
+  }
+  if (followsCorner()) return loopNameCandidates(course, size);
+  const double share =
+      static_cast<double>(m_labelRank.index + 1) / static_cast<double>(m_labelRank.count + 1);
+  return layout::nameCandidates(course, size, m_labelRank.reversed ? 1 - share : share, gaps);
 }
 
 const MemberTable& Link::memberTable() const {

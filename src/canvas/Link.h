@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <string>
 #include <string_view>
@@ -8,6 +9,7 @@
 #include "canvas/Item.h"
 #include "canvas/LinkRoute.h"
 #include "canvas/Node.h"
+#include "layout/LabelPlacement.h"
 #include "platform/Diagram.h"
 
 namespace brisel::canvas {
@@ -58,7 +60,8 @@ class Link : public platform::DiagramLink, public Item {
   // What painting and hit testing read, all in twips on the canvas.
   /// Every point in order, at least two; a loop without bends of its own has them computed.
   [[nodiscard]] const std::vector<platform::Point>& points() const;
-  /// Empty without a label. Lies on the line, on its middle when it is alone, and over a loop:
+  // Where texts stand on a canvas, `Labels` decides; without one they take their first choice.
+  /// Empty without a label. Lies on the line or close beside it, near its middle when it is alone:
   /// painted on a ground of the canvas's colour. Lines of text are centred in it.
   [[nodiscard]] platform::Rect labelArea() const;
   /// Beside the end, clear of the line and of the box; empty without a text. Lines of text stand
@@ -74,19 +77,33 @@ class Link : public platform::DiagramLink, public Item {
   void moveBend(std::size_t index, platform::Point point);
   void removeBend(std::size_t index);
 
+  /// Among all lines of its boxes, straight or not, in the order of their creation.
+  [[nodiscard]] Rank rankOfAll() const { return m_labelRank; }
+
+  enum class Label { begin, end, name };
+  /// Where a text could stand, the best place first; empty without it.
+  [[nodiscard]] std::vector<layout::LabelCandidate> candidates(Label label,
+                                                               const layout::LabelGaps& gaps) const;
+
   [[nodiscard]] const platform::MemberTable& memberTable() const override;
 
  private:
+  friend class Labels;
   friend class Node;
   friend class Scene;
 
   struct Geometry {
     std::vector<platform::Point> points;
-    platform::Rect label, beginText, endText, extent;
+    platform::Rect course;  ///< around the points, with room for the decorations
+    platform::Rect label, beginText, endText;
   };
   void geometryChanged();
   void reattach(platform::Ref<Node>& end, platform::DiagramNode& node);
+  /// Texts on a canvas stand where they stood until it settles.
   [[nodiscard]] const Geometry& geometry() const;
+  /// With all texts placed.
+  [[nodiscard]] const Geometry& settled() const;
+  [[nodiscard]] bool followsCorner() const { return isLoop() && m_bends.empty(); }
   /// How far the line reaches beyond its points, to either side.
   [[nodiscard]] double margin() const;
 
@@ -103,6 +120,11 @@ class Link : public platform::DiagramLink, public Item {
   Rank m_rank;       ///< among the straight links of its two boxes
   Rank m_labelRank;  ///< among all links of them
   mutable bool m_stale = true;
+  mutable bool m_textsStale = true;  ///< to be told to the scene's labels
+  // Kept by the scene's labels.
+  GridIndex::Place m_labelPlace;
+  std::array<platform::Rect, 3> m_regions;  ///< what the place of each text depends on
+  std::vector<platform::Point> m_courseTold;
   mutable Geometry m_geometry;
 };
 

@@ -46,8 +46,13 @@ void LinkPainter::paintLine(const Link& link) {
 }
 
 void LinkPainter::paintCourse(const std::vector<Point>& points, const Look& look) {
-  m_painter.drawPolyline(
-      points, {.color = look.color, .dashed = look.dashed, .quick = m_detail.quickLines});
+  const Pen pen{.color = look.color, .dashed = look.dashed, .quick = m_detail.quickLines};
+  if (look.dashed) {
+    // Lines that end in one trunk share it from the tip on: so their dashes fall on each other.
+    m_painter.drawPolyline(std::vector(points.rbegin(), points.rend()), pen);
+  } else {
+    m_painter.drawPolyline(points, pen);
+  }
   if (m_detail.pixels(kArrowLength) < Detail::kArrowPixels) return;
   if (look.beginArrow != 0) {
     const Point tip = points.front();
@@ -88,9 +93,13 @@ void LinkPainter::paintArrow(int code, Point tip, Point from, Color color) {
   }
 }
 
-void LinkPainter::paintTexts(const Link& link) {
+void LinkPainter::paintName(const Link& link) {
   if (!m_detail.readable(m_scene.textFont().height())) return;
   paintText(link.itemText(), link.labelArea(), true);
+}
+
+void LinkPainter::paintEndTexts(const Link& link) {
+  if (!m_detail.readable(m_scene.textFont().height())) return;
   paintText(link.beginText(), link.beginTextArea(), false);
   paintText(link.endText(), link.endTextArea(), false);
 }

@@ -28,7 +28,9 @@ class LinkPainter {
   };
   /// At least two points.
   void paintCourse(const std::vector<platform::Point>& points, const Look& look);
-  void paintTexts(const Link& link);
+  /// On its ground, which hides the line; so texts of ends come after all names.
+  void paintName(const Link& link);
+  void paintEndTexts(const Link& link);
 
  private:
   [[nodiscard]] Color colorOf(const Link& link) const;

@@ -128,36 +128,16 @@ Point placeOn(const std::vector<Point>& points, double share) {
   return points.front();
 }
 
-Rect labelArea(const std::vector<Point>& points, Size size, Rank rank) {
-  if (size == Size{}) return {};
-  const double share = static_cast<double>(rank.index + 1) / static_cast<double>(rank.count + 1);
-  const Point middle = placeOn(points, rank.reversed ? 1 - share : share);
-  return {middle.x - size.width / 2, middle.y - size.height / 2, size.width, size.height};
-}
-
-Rect loopLabelArea(const std::vector<Point>& points, Size size) {
-  if (size == Size{}) return {};
+std::vector<layout::LabelCandidate> loopNameCandidates(const std::vector<Point>& points,
+                                                       Size size) {
   const Point corner = points[3];
-  return {corner.x, corner.y - kTextGap - size.height, size.width, size.height};
-}
-
-Rect endTextArea(const Rect& box, Point end, Point next, Size size) {
-  if (size == Size{}) return {};
-  // Beside a line that leaves straight, the text stands towards the nearer corner of the box: out
-  // of the way of the next line's.
-  const Point middle = box.center();
-  const bool onRight = end.x >= box.right();
-  const bool onLeft = end.x <= box.left;
-  if (onLeft || onRight) {
-    const double left = onRight ? end.x + kTextGap : end.x - kTextGap - size.width;
-    const bool below = next.y < end.y || (next.y == end.y && end.y > middle.y);
-    const double top = below ? end.y + kTextLineGap : end.y - kTextLineGap - size.height;
-    return {left, top, size.width, size.height};
-  }
-  const double top = end.y <= box.top ? end.y - kTextGap - size.height : end.y + kTextGap;
-  const bool before = next.x > end.x || (next.x == end.x && end.x < middle.x);
-  const double left = before ? end.x - kTextLineGap - size.width : end.x + kTextLineGap;
-  return {left, top, size.width, size.height};
+  const double over = corner.y - kTextGap - size.height;
+  const double right = points[1].x + kTextGap;
+  return {{{corner.x, over, size.width, size.height}},
+          {{right, corner.y, size.width, size.height}},
+          {{corner.x, over - size.height - kTextGap, size.width, size.height}},
+          {{right - size.width, over, size.width, size.height}},
+          {{right, points[1].y, size.width, size.height}}};
 }
 
 double distance(Point point, Point from, Point to) {

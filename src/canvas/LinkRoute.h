@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "canvas/Metrics.h"
+#include "layout/LabelPlacement.h"
 #include "platform/Geometry.h"
 
 /// Where lines run and where their texts stand: pure functions over boxes and bends, in twips.
@@ -37,18 +38,10 @@ struct Rank {
 
 /// The room that text needs; nothing for no text.
 [[nodiscard]] platform::Size textSize(std::string_view text, const Font& font);
-/// Centred on the middle of the line, by its length. Labels of lines that join the same two boxes,
-/// ranked straight or not, follow each other on the way.
-[[nodiscard]] platform::Rect labelArea(const std::vector<platform::Point>& points,
-                                       platform::Size size, Rank rank);
-/// Of a loop, on the points that `loop` gives: over its upper side, which is shorter than most
-/// texts, and under the next loop's.
-[[nodiscard]] platform::Rect loopLabelArea(const std::vector<platform::Point>& points,
-                                           platform::Size size);
-/// Beside the end `end` of a line that goes on to `next`, outside of its box and on the side that
-/// the line turns away from.
-[[nodiscard]] platform::Rect endTextArea(const platform::Rect& box, platform::Point end,
-                                         platform::Point next, platform::Size size);
+/// Where the name of a loop could stand, on the points that `loop` gives: over its upper side, which
+/// is shorter than most texts, and under the next loop's; else around the corner.
+[[nodiscard]] std::vector<layout::LabelCandidate> loopNameCandidates(
+    const std::vector<platform::Point>& points, platform::Size size);
 
 /// The point half way along a line of at least one point.
 [[nodiscard]] platform::Point middleOf(const std::vector<platform::Point>& points);

@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <cmath>
+#include <unordered_set>
 
+#include "canvas/LinkBends.h"
 #include "canvas/Metrics.h"
 
 namespace brisel::canvas {
@@ -40,7 +42,37 @@ std::vector<Item*> SelectionMemory::items() const {
   return present;
 }
 
-MovingItems::MovingItems(Scene& scene) : m_scene(scene) {
+FollowingLines::FollowingLines(const std::vector<Ref<Node>>& nodes, Between between) {
+  std::unordered_set<const Node*> among;
+  for (const auto& node : nodes) among.insert(node.get());
+  for (const auto& node : nodes) {
+    for (const Node::Attached& end : node->attached()) {
+      Link& link = *end.link;
+      if (link.bends().empty() || link.isLoop()) continue;
+      const Node& other = end.atSource ? link.targetNode() : link.sourceNode();
+      if (among.contains(&other) && (between == Between::leave || !end.atSource)) continue;
+      m_lines.push_back(
+          {&link, link.points(), link.sourceNode().bounds(), link.targetNode().bounds()});
+    }
+  }
+}
+
+void FollowingLines::follow() {
+  for (const Line& line : m_lines) {
+    Link& link = *line.link;
+    if (!link.scene()) continue;
+    const BoxChange source{line.source, link.sourceNode().bounds()};
+    const BoxChange target{line.target, link.targetNode().bounds()};
+    auto bends = bendsAfter(line.course, source, target, link.rankOfAll());
+    if (source.before != source.after || target.before != target.after) {
+      for (Point& bend : bends) bend = withinReach(wholeTwips(bend));
+    }
+    link.bends(std::move(bends));
+  }
+}
+
+MovingItems::MovingItems(Scene& scene)
+    : m_scene(scene), m_following(scene.selection().nodes(), FollowingLines::Between::leave) {
   for (const auto& node : scene.selection().nodes()) {
     m_nodes.push_back({node, node->bounds()});
     m_bounds = m_bounds.united(node->bounds());
@@ -66,6 +98,7 @@ void MovingItems::moveBy(Point distance) {
     for (Point& bend : bends) bend = withinReach(bend + whole);
     moving.link->bends(std::move(bends));
   }
+  m_following.follow();
 }
 
 std::vector<std::string> MovingItems::movedKeys() const {

@@ -29,6 +29,27 @@ class SelectionMemory {
   std::vector<Kept> m_items;
 };
 
+/// The bent lines at some boxes, which keep their right angles there while the boxes are moved or
+/// resized. Every change is reckoned from what was at the beginning.
+class FollowingLines {
+ public:
+  enum class Between { follow, leave };  ///< what becomes of lines that join two of the boxes
+
+  FollowingLines(const std::vector<platform::Ref<Node>>& nodes, Between between);
+
+  /// Brings the lines to where the boxes stand now.
+  void follow();
+
+ private:
+  struct Line {
+    platform::Ref<Link> link;
+    std::vector<platform::Point> course;
+    platform::Rect source;
+    platform::Rect target;
+  };
+  std::vector<Line> m_lines;
+};
+
 /// The selected boxes and the bends of the lines between them, to be moved as one.
 class MovingItems {
  public:
@@ -55,6 +76,7 @@ class MovingItems {
   Scene& m_scene;
   std::vector<MovingNode> m_nodes;
   std::vector<MovingLink> m_links;
+  FollowingLines m_following;
   platform::Rect m_bounds;
 };
 

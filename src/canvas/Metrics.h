@@ -36,6 +36,8 @@ inline constexpr double kDiamondHalfWidth = 90;
 
 inline constexpr double kTextGap = 60;           ///< between an end text and its box
 inline constexpr double kTextLineGap = 135;      ///< between an end text and its line
+inline constexpr double kNameGap = 30;           ///< between a line and a name beside it
+inline constexpr double kTextClearance = 20;     ///< between a text and what else it keeps clear of
 inline constexpr double kParallelSpacing = 360;  ///< between lines that join the same two boxes
 inline constexpr double kLoopSize = 450;         ///< how far a line to its own box reaches out
 

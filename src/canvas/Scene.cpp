@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <utility>
 
 namespace brisel::canvas {
 
@@ -19,6 +20,8 @@ void sortByOrder(std::vector<const T*>& items) {
   std::sort(items.begin(), items.end(),
             [](const T* a, const T* b) { return a->order() < b->order(); });
 }
+
+bool comesBefore(const Link* a, const Link* b) { return a->order() < b->order(); }
 
 }  // namespace
 
@@ -148,6 +151,7 @@ void Scene::clear() {
   }
   m_pending.clear();
   m_index.clear();
+  m_labels.clear();
   m_extents.clear();
   ++m_geometryRevision;
   const auto nodes = m_nodes.copy();  // the last references may go here
@@ -178,6 +182,7 @@ void Scene::adopt(Item& item) {
 
 void Scene::forget(Item& item) {
   m_selection.forget(item);
+  if (item.isLink()) m_labels.forget(static_cast<Link&>(item));
   if (item.m_pending > 0) m_pending[item.m_pending - 1] = nullptr;
   item.m_pending = 0;
   item.m_scene = nullptr;
@@ -188,7 +193,10 @@ void Scene::forget(Item& item) {
   m_index.remove(item.m_place);
   if (m_oldParts.empty()) return;  // was never shown
   ++m_revision;
-  for (const Rect& part : m_oldParts) addDamage(m_damage, part);
+  for (const Rect& part : m_oldParts) {
+    addDamage(m_damage, part);
+    if (!item.isLink()) m_labels.changed(part);
+  }
   if (m_updates == 0) tell();
 }
 
@@ -202,20 +210,43 @@ void Scene::touched(Item& item) {
 }
 
 void Scene::settle() const {
-  for (Item* item : m_pending) {
-    if (!item) continue;
-    item->m_pending = 0;
-    m_oldParts.clear();
-    m_newParts.clear();
-    GridIndex::partsOf(item->m_place, m_oldParts);
-    item->addParts(m_newParts);
-    for (const Rect& part : m_oldParts) addDamage(m_damage, part);
-    m_extents.put(item->m_extentSlot, item->extent());
-    if (m_newParts == m_oldParts) continue;
-    for (const Rect& part : m_newParts) addDamage(m_damage, part);
-    m_index.put(*item, item->m_place, m_newParts);
+  if (m_settling) return;
+  m_settling = true;
+  for (std::size_t i = 0; i < m_pending.size(); ++i) {
+    if (!m_pending[i]) continue;
+    m_pending[i]->m_pending = 0;
+    enter(*m_pending[i]);
   }
   m_pending.clear();
+  m_labels.settle([this](const Labels::Moved& moved) {
+    addDamage(m_damage, moved.before);
+    addDamage(m_damage, moved.after);
+    m_extents.put(moved.link->m_extentSlot, moved.link->extent());
+    m_newParts.clear();
+    moved.link->addParts(m_newParts);
+    m_index.put(*moved.link, moved.link->m_place, m_newParts);
+  });
+  m_settling = false;
+}
+
+/// Notes where the item lies and what of the picture is another for it.
+void Scene::enter(Item& item) const {
+  m_oldParts.clear();
+  m_newParts.clear();
+  GridIndex::partsOf(item.m_place, m_oldParts);
+  item.addParts(m_newParts);
+  for (const Rect& part : m_oldParts) addDamage(m_damage, part);
+  m_extents.put(item.m_extentSlot, item.extent());
+  const bool relabel =
+      item.isLink() && std::exchange(static_cast<Link&>(item).m_textsStale, false);
+  if (m_newParts == m_oldParts && !relabel) return;
+  if (relabel) m_labels.changed(static_cast<Link&>(item));
+  if (!item.isLink()) {
+    for (const Rect& part : m_oldParts) m_labels.changed(part);
+    for (const Rect& part : m_newParts) m_labels.changed(part);
+  }
+  for (const Rect& part : m_newParts) addDamage(m_damage, part);
+  m_index.put(item, item.m_place, m_newParts);
 }
 
 void Scene::addDamage(std::vector<Rect>& damage, const Rect& area) {
@@ -281,7 +312,8 @@ void Scene::detachEnd(Link& link, bool atSource) {
 void Scene::attach(Link& link) {
   attachEnd(link, true);
   attachEnd(link, false);
-  m_pairs[pairOf(link)].push_back(&link);
+  auto& pair = m_pairs[pairOf(link)];
+  pair.insert(std::upper_bound(pair.begin(), pair.end(), &link, comesBefore), &link);
   pairChanged(link);
 }
 

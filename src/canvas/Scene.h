@@ -10,6 +10,7 @@
 
 #include "canvas/GridIndex.h"
 #include "canvas/ItemList.h"
+#include "canvas/Labels.h"
 #include "canvas/Link.h"
 #include "canvas/Metrics.h"
 #include "canvas/Node.h"
@@ -101,6 +102,7 @@ class Scene {
   void damageOverlay(const platform::Rect& area);
 
  private:
+  friend class Labels;
   friend class Node;
   friend class Link;
   friend class Selection;
@@ -108,7 +110,9 @@ class Scene {
   /// The item changed its look or its place: it will be found at its new extent, and both the old
   /// and the new one will be painted.
   void touched(Item& item);
+  /// Brings index, extents and labels up to the changes.
   void settle() const;
+  void enter(Item& item) const;
   void tell();
   void fontsChanged();
   void adopt(Item& item);
@@ -147,6 +151,8 @@ class Scene {
   std::uint64_t m_revision = 1;
   std::uint64_t m_geometryRevision = 1;
   mutable GridIndex m_index;
+  mutable Labels m_labels{*this};
+  mutable bool m_settling = false;
   mutable ExtentTree m_extents;
   mutable std::vector<platform::Rect> m_oldParts, m_newParts;  ///< room for `settle`
   mutable std::vector<Item*> m_pending;

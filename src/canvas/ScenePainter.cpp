@@ -74,7 +74,8 @@ void ScenePainter::paintItems(const Rect& area, const std::vector<const Node*>& 
   for (const Node* node : nodes) nodePainter.paint(*node, area);
   LinkPainter linkPainter(m_scene, m_painter, m_detail);
   for (const Link* link : links) linkPainter.paintLine(*link);
-  for (const Link* link : links) linkPainter.paintTexts(*link);
+  for (const Link* link : links) linkPainter.paintName(*link);
+  for (const Link* link : links) linkPainter.paintEndTexts(*link);
 }
 
 void ScenePainter::paintHandles(const std::vector<const Node*>& nodes,

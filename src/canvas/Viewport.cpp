@@ -89,4 +89,15 @@ void Viewport::centerOn(Point point) {
   scrollTo({point.x - toTwips(m_size.width) / 2, point.y - toTwips(m_size.height) / 2});
 }
 
+void Viewport::reveal(const Rect& area) {
+  const Rect seen = visible();
+  if (seen.contains(area)) return;
+  const auto nearest = [](double from, double length, double low, double high) {
+    if (low < from || high - low > length) return low;
+    return high > from + length ? high - length : from;
+  };
+  scrollTo({nearest(seen.left, seen.width, area.left, area.right()),
+            nearest(seen.top, seen.height, area.top, area.bottom())});
+}
+
 }  // namespace brisel::canvas

@@ -40,6 +40,8 @@ class Viewport {
   /// Shows all of the area, at 100 % at most.
   void fit(const platform::Rect& area);
   void centerOn(platform::Point point);
+  /// Scrolls as little as brings the area into view; of a larger one its upper left part.
+  void reveal(const platform::Rect& area);
 
   platform::Event<> ScrollChanged;
   platform::Event<> ZoomChanged;  ///< the scroll position may have changed with it

@@ -47,6 +47,7 @@ constexpr std::array kEditorMembers = {
     Forwarded{"GetClassFromNode", 1},
     Forwarded{"PropertyNode", 1},
     Forwarded{"ShowPopupMenu", 1},
+    Forwarded{"MakeDemo", 0},
     Forwarded{"MatrixBrowser", 0},
     Forwarded{"OpenDiagram", 0},
     Forwarded{"SaveDiagram", 0},
@@ -106,6 +107,15 @@ constexpr std::array kCanvasProperties = {
     Text("linkNodeCY"),
 };
 
+/// What goes wrong while a window goes away is of no use to the host.
+template <class Step>
+void quietly(Step&& step) {
+  try {
+    step();
+  } catch (...) {
+  }
+}
+
 /// Gives a reference that outlives the call: a host may destroy the window in one of its events.
 using Receiver = std::function<Ref<Object>(Object&)>;
 
@@ -137,45 +147,56 @@ void forwardProperty(MemberTable& table, Text name, const Receiver& receiver) {
 }  // namespace
 
 void DiagramWindow::Create(Text componentName, Object* session) {
+  const Ref<DiagramWindow> self(this);
   Destroy();
-  m_form = platform::make<frmCLSDiagram>(m_registry);
-  m_form->Load();
-  editor().ComponentName(componentName);
-  editor().Session(session);
+  const auto form = platform::make<frmCLSDiagram>(m_registry);
+  m_form = form;
+  form->Load();
+  form->Editor()->ComponentName(componentName);
+  form->Editor()->Session(session);
   FormChanged();
 }
 
 void DiagramWindow::PopUp(bool modal) {
-  static_cast<void>(editor());  // an error without a form
-  m_form->Show(modal);
+  const Ref<DiagramWindow> self(this);
+  loadedForm()->Show(modal);
   FormChanged();
+  if (modal) ShownModally();
 }
 
 void DiagramWindow::Conceal() {
-  if (!m_form) return;
-  m_form->Hide();
-  FormChanged();
+  const Ref<DiagramWindow> self(this);
+  const Ref<frmCLSDiagram> form = m_form;
+  if (!form) return;
+  quietly([&] { form->Hide(); });
+  quietly([&] { FormChanged(); });
 }
 
 void DiagramWindow::Destroy() {
-  if (!m_form) return;
+  const Ref<DiagramWindow> self(this);  // a host's component manager may drop the last one
+  dropForm();
+}
+
+void DiagramWindow::dropForm() {
   const Ref<frmCLSDiagram> form = std::exchange(m_form, {});  // its tear-down may come back here
-  form->Unload();
-  FormChanged();
+  if (!form) return;
+  quietly([&] { form->Hide(); });
+  quietly([&] { form->Unload(); });
+  quietly([&] { FormChanged(); });
 }
 
 void DiagramWindow::Populate() {
-  const Ref<editor::CLSEditor> shown = &editor();
-  m_form->Caption("UML Class Diagram");
-  shown->Populate();
+  const Ref<frmCLSDiagram> form = loadedForm();
+  form->Caption("UML Class Diagram");
+  form->Editor()->Populate();
 }
 
-editor::CLSEditor& DiagramWindow::editor() const {
+Ref<frmCLSDiagram> DiagramWindow::loadedForm() const {
   if (!m_form) {
     throw platform::Error(platform::ErrorNumber::objectMissing,
                           "The diagram window has no form: call Create first");
   }
-  return *m_form->Editor();
+  return m_form;
 }
 
 const MemberTable& DiagramWindow::memberTable() const {
@@ -192,10 +213,10 @@ const MemberTable& DiagramWindow::memberTable() const {
                             .property("frmCLSDiagram", &D::form)
                             .build();
     const Receiver toEditor = [](Object& self) -> Ref<Object> {
-      return &dynamic_cast<D&>(self).editor();
+      return dynamic_cast<D&>(self).editor();
     };
     const Receiver toCanvas = [](Object& self) -> Ref<Object> {
-      return dynamic_cast<D&>(self).editor().diagram();
+      return dynamic_cast<D&>(self).canvas();
     };
     for (const Text name : kEditorProperties) forwardProperty(table, name, toEditor);
     for (const Forwarded& row : kEditorMembers) forwardMethod(table, row, toEditor);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <filesystem>
 #include <functional>
 #include <utility>
 
@@ -83,8 +84,10 @@ class Document::WatchedExporter : public Object {
 
   platform::Value Export(std::string_view file, std::string_view kind, Object& repository) {
     try {
-      auto result = m_exporter->call("Export", {file, kind, Ref<Object>(&repository)});
-      if (m_document) m_document->succeeded();
+      std::string path(file);
+      if (m_document && !m_document->agreeOnTarget(path)) return {};
+      auto result = m_exporter->call("Export", {path, kind, Ref<Object>(&repository)});
+      if (m_document) m_document->succeeded(path);
       return result;
     } catch (const std::exception& error) {
       if (m_document) m_document->failed(error.what());
@@ -131,20 +134,38 @@ void Document::create() {
   repository::makeLayoutNode(*model);
   m_notes.clear();
   m_source.clear();
+  m_stamp = {};
   m_editor->RepositoryFileName("");
   show(*model->GetRepository());
 }
 
 void Document::open(const std::vector<std::string>& files) {
+  const FileStamp before(files.size() == 1 ? files.front() : std::string());
   ModelFile model = readModel(m_registry, files);
   m_notes = notesOf(model.report);
   m_source = files.front();
+  m_stamp = model.isDiagram ? before : FileStamp();
   m_editor->RepositoryFileName(model.isDiagram ? m_source : std::string());
   show(*model.repository);
   showMost();
 }
 
+void Document::reload() {
+  canvas::Viewport& view = m_canvas->viewport();
+  const double zoom = view.zoom();
+  const platform::Point corner = view.visible().topLeft();
+  open({path()});
+  view.zoomTo(zoom);
+  view.scrollTo(corner);
+}
+
+void Document::makeDemo() {
+  m_editor->MakeDemo();
+  showMost();
+}
+
 void Document::showMost() {
+  if (m_canvas->scene().nodes().size() == 0) return;
   canvas::Viewport& view = m_canvas->viewport();
   view.fit(m_canvas->scene().extent());
   if (view.zoom() >= kLeastReadableZoom) return;
@@ -195,8 +216,33 @@ std::string Document::suggestedPath() const {
   return m_source.substr(0, m_source.find_last_of('.')) + ".dim";
 }
 
-void Document::succeeded() {
+bool Document::agreeOnTarget(std::string& path) {
+  if (!m_stamp.isOf(path)) return true;
+  const FileStamp::Change change = m_stamp.change();
+  if (change == FileStamp::Change::none) return true;
+  const bool gone = change == FileStamp::Change::vanished;
+  const std::string whatHappened = gone ? "\" was moved or deleted by another program."
+                                        : "\" was changed by another program since it was read. Overwriting it "
+                                              "loses that change.";
+  const std::string goOn = gone ? "Write Again" : "Overwrite";
+  const std::string answer = m_registry.shell().showMessage({"Brisel",
+                                                             "\"" + fileName(path) + whatHappened,
+                                                             {"Save As", goOn, "Cancel"},
+                                                             platform::MessageIcon::warning});
+  if (answer == goOn) return true;
+  m_outcome = Outcome::declined;
+  if (answer != "Save As") return false;
+  platform::FileDialog dialog = kSaveDialog;
+  dialog.path = path;
+  const auto chosen = m_registry.shell().askSaveFile(dialog);
+  if (chosen) path = *chosen;
+  return chosen.has_value();
+}
+
+void Document::succeeded(const std::string& path) {
   m_outcome = Outcome::saved;
+  m_editor->RepositoryFileName(path);
+  m_stamp = FileStamp(path);
   settle();
 }
 
@@ -225,6 +271,14 @@ bool Document::isModified() const {
     m_knownRevision = revision;
   }
   return m_knownGeometry != m_settledGeometry;
+}
+
+bool Document::isUntouched() const { return path().empty() && m_source.empty() && !isModified(); }
+
+bool Document::shows(const std::string& file) const {
+  const std::string own = path().empty() ? m_source : path();
+  std::error_code none;
+  return !own.empty() && (own == file || std::filesystem::equivalent(own, file, none));
 }
 
 MetaRepository& Document::model() const { return *m_editor->Repository(); }

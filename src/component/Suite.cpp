@@ -1,6 +1,7 @@
 #include "component/Suite.h"
 
 #include "canvas/components.h"
+#include "component/DataFolder.h"
 #include "component/DiagramWindow.h"
 #include "component/HostObject.h"
 #include "controls/components.h"
@@ -11,6 +12,7 @@
 #include "interchange/components.h"
 #include "repository/CLSRepository.h"
 #include "store/components.h"
+#include "tools/MatrixBrowser.h"
 #include "tools/Template.h"
 
 namespace brisel::component {
@@ -19,6 +21,7 @@ using platform::ComponentRegistry;
 using platform::make;
 
 void registerSuite(ComponentRegistry& registry) {
+  if (registry.installationFolder().empty()) registry.installationFolder(dataFolder());
   store::registerComponents(registry);
   canvas::registerComponents(registry);
   controls::registerComponents(registry);
@@ -36,6 +39,8 @@ void registerSuite(ComponentRegistry& registry) {
   });
   registry.add("BriselCLS.CLSSelectStereotype",
                [](ComponentRegistry&) { return make<editors::CLSSelectStereotype>(); });
+  registry.add("BriselUtility.MatrixBrowser",
+               [](ComponentRegistry& made) { return make<tools::MatrixBrowser>(made); });
   registry.add("BriselTemplateEditor.Template",
                [](ComponentRegistry& made) { return make<tools::Template>(made); });
   registry.add("Brisel.HostObject", [](ComponentRegistry&) { return make<HostObject>(); });

@@ -19,7 +19,7 @@ void frmCLSDiagram::mousePointer(int pointer) {
 void frmCLSDiagram::Load() { m_editor->ParentWindow(this); }
 
 void frmCLSDiagram::Unload() {
-  Hide();
+  if (m_visible) Hide();
   m_editor->terminate();
 }
 
@@ -42,7 +42,7 @@ void frmCLSDiagram::KeyPress(std::string_view key, std::string_view) {
     const auto session = m_editor->Session();
     const auto application = session ? session->get("Application").object() : nullptr;
     if (application) application->call("ShowHelp", {"UML class diagram.html"});
-  } catch (const std::exception&) {
+  } catch (...) {
     // A host without help is no reason to stop the user.
   }
 }

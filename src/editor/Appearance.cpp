@@ -14,18 +14,20 @@ using platform::Ref;
 namespace types = platform::types;
 
 void CLSEditor::Compartments(Text compartment) {
-  trap("Compartments", [&] {
-    m_view.toggleCompartment(compartment);
-    SyncViewButtons();
-    const CanvasUpdate update(*m_diagram);
-    for (auto& shown : each<platform::Node>(model().MetaNodes(types::kClass)->extension())) {
-      if (!IsClassShown(shown)) continue;
-      if (const ClassRef wrapper = GetClassFromNode(shown.identifier())) {
-        showCompartments(*wrapper);
-        wrapper->Node()->fitToText(true);
-      }
+  trap("Compartments", [&] { toggleCompartment(compartment); });
+}
+
+void CLSEditor::toggleCompartment(Text compartment) {
+  m_view.toggleCompartment(compartment);
+  SyncViewButtons();
+  const CanvasUpdate update(*m_diagram);
+  for (auto& shown : each<platform::Node>(model().MetaNodes(types::kClass)->extension())) {
+    if (!IsClassShown(shown)) continue;
+    if (const ClassRef wrapper = GetClassFromNode(shown.identifier())) {
+      showCompartments(*wrapper);
+      wrapper->Node()->fitToText(true);
     }
-  });
+  }
 }
 
 void CLSEditor::showCompartments(repository::Class& shown) const {

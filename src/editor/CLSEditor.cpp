@@ -19,7 +19,10 @@ CLSEditor::CLSEditor(platform::ComponentRegistry& registry)
   trap("UserControl_Initialize", [this] { initialize(); });
 }
 
-CLSEditor::~CLSEditor() { terminate(); }
+CLSEditor::~CLSEditor() {
+  m_connections.clear();  // nothing that is told from here on can hold the editor
+  terminate();
+}
 
 void CLSEditor::initialize() {
   addPopupBands(*m_activeBar, [](Text tool) { return toolRow(tool) != nullptr; });
@@ -59,8 +62,10 @@ void CLSEditor::BuildPropertyBand() {
 }
 
 void CLSEditor::connectCanvas() {
+  // A host that is told of something may drop its last reference to the editor.
   const auto answer = [this](auto& event, Text procedure, auto handler) {
     m_connections.push_back(event.connect([this, procedure, handler](auto... arguments) {
+      const Ref<CLSEditor> self(this);
       trap(procedure, [&] { (this->*handler)(arguments...); });
     }));
   };
@@ -85,11 +90,16 @@ void CLSEditor::connectCanvas() {
   answer(m_classControl->Edited, "ClassEdited", &CLSEditor::paneEdited);
   answer(m_classControl->Gone, "ClassGone", &CLSEditor::closePane);
   answer(m_classControl->Closing, "ClassClosing", &CLSEditor::closePane);
-  m_connections.push_back(
-      m_diagram->NodeOpened.connect([this](const std::string& key) { EditClass(key); }));
-  m_connections.push_back(
-      m_diagram->LinkOpened.connect([this](const std::string& key) { EditAssociation(key); }));
+  m_connections.push_back(m_diagram->NodeOpened.connect([this](const std::string& key) {
+    const Ref<CLSEditor> self(this);
+    EditClass(key);
+  }));
+  m_connections.push_back(m_diagram->LinkOpened.connect([this](const std::string& key) {
+    const Ref<CLSEditor> self(this);
+    EditAssociation(key);
+  }));
   const auto dropped = [this](const std::string&, const std::string& tag, double x, double y) {
+    const Ref<CLSEditor> self(this);
     trap("ItemDropped", [&] { memberDropped(tag, {x, y}); });
   };
   m_connections.push_back(m_diagram->ItemDropped.connect(dropped));
@@ -143,6 +153,7 @@ void CLSEditor::terminate() {
     m_diagram->UUIDGenerator(nullptr);
     removeFromHost();
   });
+  trap("UserControl_Terminate", [this] { endTools(); });
   m_connections.clear();
   m_activeBar->objections({});
   m_diagram->linkRule({});
@@ -190,6 +201,7 @@ void CLSEditor::Repository(platform::MetaRepository* repository) {
     closePane();
   });
   m_repository->SetRepository(repository);
+  trap("Repository", [this] { showModelInTools(); });
 }
 
 void CLSEditor::HourglassOn() {

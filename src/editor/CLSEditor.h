@@ -3,6 +3,7 @@
 #include <array>
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <set>
 #include <string>
 #include <string_view>
@@ -21,6 +22,7 @@
 #include "repository/Association.h"
 #include "repository/CLSRepository.h"
 #include "repository/Class.h"
+#include "repository/Relationships.h"
 
 namespace brisel::editors {
 class frmClass;
@@ -31,7 +33,8 @@ class MovedAssociation;
 
 namespace brisel::editor {
 
-struct RelationshipType;
+class DrawnGeometry;
+struct DemoModel;
 
 /// The class-diagram editor: owns the canvas, the tool-bar control, the class pane, the in-place
 /// text box and the one CLSRepository through which every change of the model goes.
@@ -141,13 +144,23 @@ class CLSEditor : public platform::Object {
   /// Asks for an attribute, which becomes a class of its own, part of the class that had it.
   void ExtractAttribute(Text key);
 
-  // Files.
+  // Files. Both are quiet, whatever fails: then model, canvas and file name are as they were before
+  // the call, and `LastError` has the cause.
+  /// Asks for a DIM file, whose model and name take the place of the current ones.
   void OpenDiagram();
+  /// Writes geometry, view settings and model to the file named by `RepositoryFileName`; asks for
+  /// one where that is empty.
   void SaveDiagram();
 
-  // Tools of the suite, on the live model: what they change is seen after the next Populate.
+  // Tools of the suite, on the live model. What the template editor changes is seen after the next
+  // Populate; what is edited in a matrix browser that tells of it is drawn at once. A tool
+  // that cannot be made is passed over quietly.
   void MatrixBrowser();
   void ShowTemplateEditor();
+
+  /// Adds a small shop to the model, which shows all that a diagram can hold, and draws it beside
+  /// what is drawn already.
+  void MakeDemo();
 
   // The events raised to the host; the argument is the element's key unless noted.
   platform::Event<std::string> ClassCreated, ClassDeleted, ClassMoved, ClassResized, ClassChanged;
@@ -161,6 +174,8 @@ class CLSEditor : public platform::Object {
   platform::Event<std::string> PopupButton;    ///< the tool's key
 
   // Ours.
+  /// The matrix browser that was opened last and not closed since; nothing without one.
+  [[nodiscard]] ObjectRef MatrixBrowser1() const;
   [[nodiscard]] platform::Ref<platform::ToolBarControl> ActiveBar21() const { return m_activeBar; }
   [[nodiscard]] platform::Ref<controls::TextBox> ClassName() const { return m_className; }
   [[nodiscard]] platform::Ref<editors::CLSClassControl> CLSClassControl1() const {
@@ -182,7 +197,11 @@ class CLSEditor : public platform::Object {
   /// Writes geometry and view settings into the model, as every save does before the export.
   /// Errors pass to the caller.
   void storeDiagram();
-  /// Draws another model in the place of the current one. Errors pass to the caller.
+  /// What the last OpenDiagram or SaveDiagram failed with; empty after one that did not, and after
+  /// a dialog that was cancelled.
+  [[nodiscard]] std::string LastError() const { return m_lastError; }
+  /// Draws another model in the place of the current one. An Error leaves the current one, drawn as
+  /// it was.
   void showRepository(platform::MetaRepository& repository);
   /// Unregisters from the host's component manager and lets go of everything of the host's.
   void terminate() override;
@@ -191,7 +210,7 @@ class CLSEditor : public platform::Object {
 
  private:
   /// What a link that is made next becomes.
-  enum class RelationshipKind { association, composite, shared, generalization };
+  using RelationshipKind = repository::RelationshipKind;
   class Busy;
   /// Of the names of classes, in points at 100 %.
   static constexpr double kNameFontSize = 15;
@@ -210,6 +229,16 @@ class CLSEditor : public platform::Object {
   void removeFromHost();
   void callParentWindow(Text member);
 
+  // Files.
+  platform::Ref<platform::MetaRepository> importDiagram(const std::string& path);
+  /// Keeps the text of the exception that is being handled.
+  void noteFailure();
+  /// The canvas is empty then.
+  void takeRepository(platform::MetaRepository* repository);
+  void redraw(const DrawnGeometry& drawn);
+
+  [[nodiscard]] ObjectRef createTool(Text progId);
+
   // Populating.
   void populate();
   void ensureConventions();
@@ -219,8 +248,10 @@ class CLSEditor : public platform::Object {
   void saveView();
   void drawModel();
   void drawClasses();
-  void drawRelationships(const RelationshipType& drawnType);
+  void drawRelationships(const repository::RelationshipType& drawnType);
+  void drawRelationship(platform::Node& relationship, const repository::RelationshipType& type);
   void restoreAreas();
+  [[nodiscard]] bool isStacked() const;
   void placeBoxesWithoutArea(const std::set<std::string>& placed);
   void restorePoints();
   [[nodiscard]] bool IsClassShown(platform::Node& classNode);
@@ -244,8 +275,6 @@ class CLSEditor : public platform::Object {
   [[nodiscard]] bool mayDrop(Text node, Text tag, Text target) const;
   void reconnect(const std::string& key, const std::string& classKey, bool atSource);
   [[nodiscard]] std::string refusal(Text link, Text source, Text target);
-  [[nodiscard]] bool isBelow(const platform::Node& upper, const platform::Node& lower,
-                             Text ignored) const;
   void viewChanged();
   void canvasCleared();
   struct KindRow;
@@ -253,6 +282,7 @@ class CLSEditor : public platform::Object {
   void SyncModeButtons();
   void bindClass(const std::string& key, platform::DiagramNode& box);
   void bindRelationship(const std::string& key, platform::DiagramLink& line);
+  platform::Ref<platform::Node> makeClass(const std::string& key);
   platform::Ref<platform::Node> makeRelationship(const std::string& key,
                                                  const platform::DiagramLink& line);
   void buttonClicked(const std::string& key);
@@ -267,6 +297,9 @@ class CLSEditor : public platform::Object {
   void relationshipButton(const std::string& key);
   void alignButton(const std::string& key);
   void toggleCategory(const std::string& key);
+  void demoButton(const std::string& key);
+  void showAllCompartments();
+  void layOutBeside(const DemoModel& demo, const platform::Rect& drawn);
 
   // Naming in place: the text box lies over the box whose key is in its `Tag`.
   void BeginClassName(platform::DiagramNode& box, Text text);
@@ -287,6 +320,19 @@ class CLSEditor : public platform::Object {
   void PlaceClassEditor();
   void bandShown(const std::string& band);
   void bandClosed(const std::string& band);
+
+  // Tools of the suite that are open: followed where they tell what is done in them.
+  struct OpenTool {
+    ObjectRef tool;  ///< nothing for one that does not tell when it is closed
+    std::vector<platform::Connection> connections;
+  };
+  void followTool(const ObjectRef& tool);
+  void toolSelected(const std::vector<std::string>& identifiers);
+  bool present(const std::vector<std::string>& identifiers);
+  void toolEdited(Text type, const std::string& identifier);
+  void toolClosed(const platform::Object* tool);
+  void showModelInTools();
+  void endTools();
 
   // Commands of the popup menus; `key` is the element's.
   struct ToolRow;
@@ -309,6 +355,10 @@ class CLSEditor : public platform::Object {
   [[nodiscard]] std::string mergeObjection(Text key, const ToolRow& row);
 
   // Morphing one relationship.
+  struct MorphRow;
+  /// Nothing for another word.
+  [[nodiscard]] static const MorphRow* morphRow(Text word);
+  [[nodiscard]] std::string objectionToMorph(Text key, Text word);
   void toAssociation(repository::Association& morphed);
   void toSharedAggregation(repository::Association& morphed);
   void toCompositeAggregation(repository::Association& morphed);
@@ -322,27 +372,38 @@ class CLSEditor : public platform::Object {
   void split(repository::Class& old, editors::frmClass& answers, bool semantic);
   void MergeClasses();
   void merge(const std::vector<ClassRef>& merged, repository::Class& into);
+  [[nodiscard]] std::vector<ClassRef> selectedClasses();
   void follow(const repository::MovedAssociation& moved);
-  void followAll(platform::Node& classNode);
+  void restoreLines();
+  [[nodiscard]] std::string inheritsFromItself(const platform::Node& classNode) const;
+  [[nodiscard]] std::string stayedBehind(const std::vector<ClassRef>& merged) const;
   ClassRef ExtractAttributeToClass(repository::Class& owner, platform::Link& attribute,
                                    bool asComposite);
 
   // What the refactorings share.
   class Refill;
   /// Nothing when it could not be made, which was told then.
-  ClassRef newClass(Text name, Text intention);
+  ClassRef newClass(Text name, Text intention, const repository::Class* beside, double gap);
+  /// An Error for one that is not drawn or has left the model.
+  [[nodiscard]] ClassRef refactoredClass(Text key);
+  static void requireInModel(const repository::Class& shown);
+  void presentResult(repository::Class& made);
   [[nodiscard]] std::string freshKey();
   void refillAndFit(repository::Class& shown);
   void placeBeside(platform::DiagramNode& box, const platform::DiagramNode& other, double gap);
   void place(platform::DiagramNode& box, platform::Point corner, double gap);
   void noteExtracted(repository::Association& relationship);
+  void leadAround(platform::DiagramLink& line);
+  [[nodiscard]] std::optional<double> clearLevel(const platform::DiagramLink& line,
+                                                 bool above) const;
 
   // Shared steps.
   AssociationRef createLink(RelationshipKind kind, Text id, Text name, Text srcId, Text tgtId);
   void showCompartments(repository::Class& shown) const;
+  void toggleCompartment(Text compartment);
   void deleteRelationshipsOf(platform::Node& classNode);
   void deleteRelationship(platform::Node& relationship);
-  /// The stored geometry stays.
+  /// The stored geometry stays. Nothing of the relationship does, even when that fails half way.
   void takeRelationshipFromModel(platform::Node& relationship);
   [[nodiscard]] ClassRef drawnClass(Text key);
   [[nodiscard]] AssociationRef drawnAssociation(Text key);
@@ -366,8 +427,10 @@ class CLSEditor : public platform::Object {
   ViewSettings m_view;
   ModelWatch m_watch;
   std::vector<platform::Connection> m_connections;
+  std::vector<OpenTool> m_openTools;
 
   std::string m_repositoryFileName;
+  std::string m_lastError;
   std::string m_path;
   std::string m_componentName;
   ObjectRef m_packageObject;

@@ -9,6 +9,7 @@ namespace brisel::editor {
 
 using platform::make;
 using platform::Ref;
+
 namespace types = platform::types;
 
 namespace {
@@ -55,10 +56,22 @@ void CLSEditor::bindClass(const std::string& key, platform::DiagramNode& box) {
   const auto wrapper = make<repository::Class>();
   wrapper->Node(&box);
   Ref<platform::Node> shown = std::exchange(m_drawn, nullptr);
-  if (!shown) shown = m_repository->MakeClass(kNewClass, key, "", "", "", "");
+  if (!shown) shown = makeClass(key);
   wrapper->clsObject(shown.get());
   box.setItem(kClassItem, wrapper.get());
   showCompartments(*wrapper);
+}
+
+Ref<platform::Node> CLSEditor::makeClass(const std::string& key) {
+  const auto classes = model().MetaNodes(types::kClass);
+  const bool isTaken = static_cast<bool>(classes->find(key));
+  try {
+    return m_repository->MakeClass(kNewClass, key, "", "", "", "");
+  } catch (...) {
+    const auto half = platform::as<platform::Node>(classes->find(key));
+    if (half && !isTaken) repository::removeRest(*half);
+    throw;
+  }
 }
 
 void CLSEditor::linkCreated(const std::string& key) {
@@ -86,22 +99,8 @@ void CLSEditor::bindRelationship(const std::string& key, platform::DiagramLink& 
 
 Ref<platform::Node> CLSEditor::makeRelationship(const std::string& key,
                                                 const platform::DiagramLink& line) {
-  for (const Text kind : {types::kAssociation, types::kAggregation, types::kGeneralization}) {
-    if (!model().MetaNodes(kind)->find(key)) continue;
-    throw platform::Error(platform::ErrorNumber::duplicateKey,
-                          "There is a relationship under the key " + key + " already");
-  }
-  const std::string source = line.source()->key();
-  const std::string target = line.target()->key();
-  if (m_kind == RelationshipKind::association) {
-    return m_repository->MakeAssociation("New Association", key, source, target);
-  }
-  if (m_kind == RelationshipKind::generalization) {
-    return m_repository->MakeGeneralization(key, target, source);
-  }
-  const auto made = m_repository->MakeAggregation("New Aggregation", key, source, target);
-  made->SetProperty("isComposite", m_kind == RelationshipKind::composite);
-  return made;
+  return repository::makeRelationship(*m_repository, m_kind, key, line.source()->key(),
+                                      line.target()->key());
 }
 
 void CLSEditor::nodeDeleted(const std::string& key) {

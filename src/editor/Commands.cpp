@@ -6,12 +6,13 @@
 #include "controls/Row.h"
 #include "editor/Busy.h"
 #include "editor/CLSEditor.h"
-#include "editor/Relationships.h"
 
 namespace brisel::editor {
 
 using platform::each;
 using platform::Ref;
+using repository::kRelationshipTypes;
+using repository::RelationshipType;
 namespace types = platform::types;
 
 void CLSEditor::SelectMode() {
@@ -105,14 +106,7 @@ void CLSEditor::deleteRelationship(platform::Node& relationship) {
 }
 
 void CLSEditor::takeRelationshipFromModel(platform::Node& relationship) {
-  const RelationshipType& type = relationshipTypeOf(relationship);
-  const std::string identifier = relationship.identifier();
-  m_repository->SetStereotype(relationship, nullptr);
-  if (endOf(relationship, type.source) && endOf(relationship, type.target)) {
-    (*m_repository.*type.remove)(identifier);
-  } else {
-    m_repository->RemoveObject(type.kind, identifier);
-  }
+  repository::deleteRelationship(*m_repository, relationship);
 }
 
 void CLSEditor::deleteSelection() {

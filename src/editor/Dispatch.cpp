@@ -3,7 +3,6 @@
 #include <array>
 
 #include "editor/CLSEditor.h"
-#include "editor/Relationships.h"
 
 namespace brisel::editor {
 
@@ -62,6 +61,7 @@ void CLSEditor::dispatchButton(const std::string& key) {
       Row{"AlignLeft", &CLSEditor::alignButton},
       Row{"AlignRight", &CLSEditor::alignButton},
       Row{"Stereotypes", &CLSEditor::stereotypesButton},
+      Row{"Demo", &CLSEditor::demoButton},
   };
   for (const Row& row : kRows) {
     if (row.key == key) return (this->*row.command)(key);
@@ -75,6 +75,8 @@ void CLSEditor::saveButton(const std::string&) { SaveDiagram(); }
 
 void CLSEditor::matrixButton(const std::string&) { MatrixBrowser(); }
 void CLSEditor::templateButton(const std::string&) { ShowTemplateEditor(); }
+
+void CLSEditor::demoButton(const std::string&) { MakeDemo(); }
 
 void CLSEditor::stereotypesButton(const std::string&) { EditStereotypes(); }
 
@@ -198,20 +200,7 @@ std::string CLSEditor::objection(Text tool, Text element) {
 }
 
 std::string CLSEditor::morphObjection(Text key, const ToolRow& row) {
-  const AssociationRef morphed = GetAssociationFromLink(key);
-  if (!morphed) return "Select one relationship";
-  const bool aggregation = morphed->isAggregation();
-  const bool composite = isComposite(*morphed);
-  if (row.word == "ToAssociation") {
-    return morphed->isAssociation() ? "It is an association already" : "";
-  }
-  if (row.word == "ToSharedAggregation") {
-    return aggregation && !composite ? "It is a shared aggregation already" : "";
-  }
-  if (row.word == "ToCompositeAggregation") {
-    return composite ? "It is a composite aggregation already" : "";
-  }
-  return composite ? "" : "Only a composite aggregation can become this";
+  return objectionToMorph(key, row.word);
 }
 
 std::string CLSEditor::splitObjection(Text key, const ToolRow&) {

@@ -15,7 +15,8 @@ constexpr double kGap = 500;
 
 void CLSEditor::ExtractAttribute(Text key) {
   trap("ExtractAttribute", [&] {
-    const ClassRef owner = drawnClass(key);
+    finishEditing();
+    const ClassRef owner = refactoredClass(key);
     const auto dialog = platform::make<editors::frmExtractAttribute>(m_registry);
     dialog->Prepare(*owner, key, *m_repository);
     m_registry.shell().runForm("frmExtractAttribute", *dialog);
@@ -32,7 +33,8 @@ CLSEditor::ClassRef CLSEditor::ExtractAttributeToClass(repository::Class& owner,
                                                        bool asComposite) {
   const auto attribute = attributeLink.Target();
   const std::string name = attribute->name();
-  ClassRef made = newClass(name, "extracted attribute from class " + owner.name());
+  ClassRef made =
+      newClass(name, "extracted attribute from class " + owner.name(), &owner, kGap);
   if (!made) return {};
   const CanvasUpdate update(*m_diagram);
   Refill refill(*this);
@@ -49,6 +51,7 @@ CLSEditor::ClassRef CLSEditor::ExtractAttributeToClass(repository::Class& owner,
     part->clsObject()->SetProperty("SourceRoleName", name);
     noteExtracted(*part);
   }
+  presentResult(*made);
   synchronizeDataTypes();
   return made;
 }

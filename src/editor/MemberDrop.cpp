@@ -1,9 +1,7 @@
 // Members that are dragged from class to class, and ends of relationships from one to another.
 
 #include <cmath>
-#include <set>
 #include <string>
-#include <vector>
 
 #include "editor/Busy.h"
 #include "editor/CLSEditor.h"
@@ -126,35 +124,11 @@ std::string CLSEditor::refusal(Text link, Text source, Text target) {
   const bool isGeneralization =
       moved ? moved->isGeneralization() : m_kind == RelationshipKind::generalization;
   if (!isGeneralization) return {};
-  if (source == target) return "A class cannot be its own super class";
   const auto classes = model().MetaNodes(types::kClass);
   const auto sub = as<Node>(classes->find(source));
   const auto super = as<Node>(classes->find(target));
-  if (sub && super && isBelow(*sub, *super, link)) {
-    return super->name() + " is already below " + sub->name();
-  }
-  return {};
-}
-
-/// Whether the lower class inherits from the upper one, over any number of steps; the relationship
-/// that is ignored counts as gone.
-bool CLSEditor::isBelow(const Node& upper, const Node& lower, Text ignored) const {
-  std::vector<const Node*> open{&lower};
-  std::set<const Node*> seen{&lower};
-  while (!open.empty()) {
-    const Node* one = open.back();
-    open.pop_back();
-    if (one == &upper) return true;
-    for (auto& link : platform::each<platform::Link>(one->Incoming(types::kGeneralizationSub))) {
-      const auto relationship = link.source();
-      if (relationship->identifier() == ignored) continue;
-      const auto supers = relationship->outgoing(types::kGeneralizationSuper);
-      if (supers->Count() == 0) continue;
-      const auto super = as<platform::Link>(supers->Item(1))->Target();
-      if (seen.insert(super.get()).second) open.push_back(super.get());
-    }
-  }
-  return false;
+  if (!sub || !super) return {};
+  return repository::inheritanceRefusal(*sub, *super, link);
 }
 
 }  // namespace brisel::editor

@@ -6,44 +6,51 @@
 
 #include "editor/Busy.h"
 #include "editor/Refactoring.h"
-#include "editor/Relationships.h"
 #include "repository/MovedAssociation.h"
 
 namespace brisel::editor {
 
 using platform::each;
 using platform::Node;
+using repository::endOf;
 using repository::MovedAssociation;
 namespace types = platform::types;
 
 namespace {
 
 constexpr double kGap = 300;
-constexpr platform::Point kFirstPlace{300, 300};
 
 }  // namespace
 
 void CLSEditor::MergeClasses() {
   trap("MergeClasses", [this] {
-    std::vector<ClassRef> merged;
+    finishEditing();
+    const std::vector<ClassRef> merged = selectedClasses();
     std::string run, list;
-    for (auto& box : each<platform::DiagramNode>(m_diagram->getSelectedNodes())) {
-      const ClassRef one = GetClassFromNode(box.key());
-      if (!one) continue;
+    for (const ClassRef& one : merged) {
       run += one->name();
-      list += (merged.empty() ? "" : ", ") + one->name();
-      merged.push_back(one);
+      list += (list.empty() ? "" : ", ") + one->name();
     }
-    const ClassRef made = newClass(run, "Merged class from " + list);
+    const repository::Class* first = merged.empty() ? nullptr : merged.front().get();
+    const ClassRef made = newClass(run, "Merged class from " + list, first, kGap);
     if (!made) return;
     merge(merged, *made);
-    if (merged.empty()) {
-      place(*made->Node(), kFirstPlace, kGap);
-    } else {
-      placeBeside(*made->Node(), *merged.front()->Node(), kGap);
-    }
+    if (first) placeBeside(*made->Node(), *first->Node(), kGap);
+    presentResult(*made);
     synchronizeDataTypes();
   });
+}
+
+/// In the order of selecting.
+std::vector<CLSEditor::ClassRef> CLSEditor::selectedClasses() {
+  std::vector<ClassRef> classes;
+  for (auto& box : each<platform::DiagramNode>(m_diagram->getSelectedNodes())) {
+    if (const ClassRef one = GetClassFromNode(box.key())) {
+      requireInModel(*one);
+      classes.push_back(one);
+    }
+  }
+  return classes;
 }
 
 void CLSEditor::merge(const std::vector<ClassRef>& merged, repository::Class& into) {
@@ -54,6 +61,7 @@ void CLSEditor::merge(const std::vector<ClassRef>& merged, repository::Class& in
   for (const ClassRef& one : merged) refill.add(*one);
   try {
     for (const ClassRef& one : merged) {
+      requireInModel(*one);
       const auto from = one->clsObject();
       m_repository->MoveAttributes(*to, *from->outgoing(types::kClassHasAttrib), false);
       m_repository->MoveOperations(*to, *from->outgoing(types::kClassHasOperation), false);
@@ -61,10 +69,33 @@ void CLSEditor::merge(const std::vector<ClassRef>& merged, repository::Class& in
       for (const auto& record : each<MovedAssociation>(records)) follow(record);
     }
   } catch (...) {
-    followAll(*to);
+    restoreLines();
     throw;
   }
   refill.run();
+  std::string told = stayedBehind(merged);
+  for (const auto& link : each<platform::Link>(to->Incoming(types::kGeneralizationSub))) {
+    if (endOf(*link.source(), types::kGeneralizationSuper) != to) continue;
+    told += (told.empty() ? "" : "; ") + inheritsFromItself(*to);
+    break;
+  }
+  if (!told.empty()) m_diagram->showHint(told);
+}
+
+std::string CLSEditor::stayedBehind(const std::vector<ClassRef>& merged) const {
+  std::int64_t members = 0;
+  for (const ClassRef& one : merged) {
+    for (const Text ownership : {types::kClassHasAttrib, types::kClassHasOperation}) {
+      members += one->clsObject()->outgoing(ownership)->Count();
+    }
+  }
+  if (members == 0) return {};
+  return std::to_string(members) + (members == 1 ? " member" : " members") +
+         " stayed behind: the new class has one of that name";
+}
+
+std::string CLSEditor::inheritsFromItself(const Node& classNode) const {
+  return classNode.name() + " now inherits from itself";
 }
 
 /// The line of a moved relationship now joins its new ends. One without a line, because a class at
@@ -77,28 +108,32 @@ void CLSEditor::follow(const MovedAssociation& moved) {
   const bool reversed = line->isGeneralization();
   const auto source = reversed ? moved.clsTarget() : moved.clsSource();
   const auto target = reversed ? moved.clsSource() : moved.clsTarget();
-  if (reversed && source == target) {
-    m_diagram->showHint(source->name() + " is now its own super class");
-  }
   line->link()->ExtraPoints()->Clear();  // they led to where the old class stands
   line->MoveToNewSource(*drawnClass(source->identifier()));
   line->MoveToNewTarget(*drawnClass(target->identifier()));
   line->Populate();
 }
 
-/// Brings the lines of a class in step with the model, as far as it goes.
-void CLSEditor::followAll(Node& classNode) {
-  for (const RelationshipType& type : kRelationshipTypes) {
-    for (const Text end : {type.source, type.target}) {
-      for (const auto& link : each<platform::Link>(classNode.Incoming(end)->copy())) {
-        const auto relationship = link.source();
-        // As MoveAssociations names the ends.
-        const bool reversed = type.kind == types::kGeneralization;
-        const auto first = endOf(*relationship, reversed ? type.target : type.source);
-        const auto second = endOf(*relationship, reversed ? type.source : type.target);
-        if (first && second) follow(MovedAssociation(relationship, first, second));
-      }
+/// Brings lines and model in step after a failure: what was moved is followed, and a relationship
+/// that was lost half way is made anew where its line is.
+void CLSEditor::restoreLines() {
+  for (auto& line : each<platform::DiagramLink>(m_diagram->getAllLinks())) {
+    const AssociationRef shown = GetAssociationFromLink(line.key());
+    if (!shown) continue;
+    const auto old = shown->clsObject();
+    const repository::RelationshipType& type = repository::relationshipTypeOf(*old);
+    const auto found = platform::as<Node>(model().MetaNodes(type.kind)->find(line.key()));
+    const auto source = found ? endOf(*found, type.source) : nullptr;
+    const auto target = found ? endOf(*found, type.target) : nullptr;
+    if (source && target) {
+      const bool reversed = type.kind == types::kGeneralization;
+      if (found != old) follow({found, reversed ? target : source, reversed ? source : target});
+      continue;
     }
+    if (found) repository::removeRest(*found);
+    const auto made = makeReplacement(*shown, type.kind);
+    m_repository->CopyProperties(*old, *made);
+    shown->clsObject(made.get());
   }
 }
 

@@ -3,9 +3,8 @@
 
 #include <array>
 
-#include "editor/CLSEditor.h"
+#include "controls/Row.h"
 #include "editor/Refactoring.h"
-#include "editor/Relationships.h"
 
 namespace brisel::editor {
 
@@ -14,29 +13,62 @@ using platform::Ref;
 using repository::Association;
 namespace types = platform::types;
 
-void CLSEditor::MorphingAssoc(Text key, Text typ) {
-  struct Row {
-    Text word;
-    void (CLSEditor::*morph)(Association& morphed);
-  };
+/// A word, what it does, and why it would do nothing to a relationship: empty where it would.
+struct CLSEditor::MorphRow {
+  Text word;
+  void (CLSEditor::*morph)(Association& morphed);
+  Text (*objection)(const Association& morphed);
+};
+
+namespace {
+
+std::string_view notAssociation(const Association& morphed) {
+  return morphed.isAssociation() ? "It is an association already" : "";
+}
+std::string_view notShared(const Association& morphed) {
+  return morphed.isAggregation() && !isComposite(morphed) ? "It is a shared aggregation already"
+                                                          : "";
+}
+std::string_view notComposite(const Association& morphed) {
+  return isComposite(morphed) ? "It is a composite aggregation already" : "";
+}
+std::string_view compositeOnly(const Association& morphed) {
+  return isComposite(morphed) ? "" : "Only a composite aggregation can become this";
+}
+
+}  // namespace
+
+const CLSEditor::MorphRow* CLSEditor::morphRow(Text word) {
+  using E = CLSEditor;
   static constexpr std::array kRows = {
-      Row{"ToAssociation", &CLSEditor::toAssociation},
-      Row{"ToSharedAggregation", &CLSEditor::toSharedAggregation},
-      Row{"ToCompositeAggregation", &CLSEditor::toCompositeAggregation},
-      Row{"ToGeneralization", &CLSEditor::toGeneralization},
-      Row{"ToAttribute", &CLSEditor::toAttribute},
+      MorphRow{"ToAssociation", &E::toAssociation, &notAssociation},
+      MorphRow{"ToSharedAggregation", &E::toSharedAggregation, &notShared},
+      MorphRow{"ToCompositeAggregation", &E::toCompositeAggregation, &notComposite},
+      MorphRow{"ToGeneralization", &E::toGeneralization, &compositeOnly},
+      MorphRow{"ToAttribute", &E::toAttribute, &compositeOnly},
   };
+  for (const MorphRow& row : kRows) {
+    if (row.word == word) return &row;
+  }
+  return nullptr;
+}
+
+std::string CLSEditor::objectionToMorph(Text key, Text word) {
+  const AssociationRef morphed = GetAssociationFromLink(key);
+  return morphed ? std::string(morphRow(word)->objection(*morphed)) : "Select one relationship";
+}
+
+void CLSEditor::MorphingAssoc(Text key, Text typ) {
   trap("MorphingAssoc", [&] {
+    finishEditing();
     const AssociationRef morphed = drawnAssociation(key);
-    for (const Row& row : kRows) {
-      if (row.word == typ) (this->*row.morph)(*morphed);
-    }
+    const MorphRow* row = morphRow(typ);
+    if (row && row->objection(*morphed).empty()) (this->*row->morph)(*morphed);
     morphed->Populate();
   });
 }
 
 void CLSEditor::toAssociation(Association& morphed) {
-  if (morphed.isAssociation()) return;
   replace(morphed, types::kAssociation,
           [this](Node& from, Node& to) { m_repository->CopyAssocProperties(from, to); });
 }
@@ -62,19 +94,21 @@ void CLSEditor::toCompositeAggregation(Association& morphed) {
 
 /// Roles, multiplicities and navigability are dropped.
 void CLSEditor::toGeneralization(Association& morphed) {
-  if (!isComposite(morphed)) return;
   replace(morphed, types::kGeneralization, [](Node& from, Node& to) {
     to.name(from.name());
     to.SetProperty("Description", from.GetProperty("Description"));
   });
   const auto line = morphed.link();
-  const std::string key = line->key();
-  const std::string circle = refusal(key, line->source()->key(), line->target()->key());
-  if (!circle.empty()) m_diagram->showHint(circle);
+  const ClassRef sub = drawnClass(line->source()->key());
+  const ClassRef super = drawnClass(line->target()->key());
+  const auto circle =
+      repository::inheritanceRefusal(*sub->clsObject(), *super->clsObject(), line->key());
+  if (!circle.empty()) {
+    m_diagram->showHint(inheritsFromItself(*sub->clsObject()));
+  }
 }
 
 void CLSEditor::toAttribute(Association& morphed) {
-  if (!isComposite(morphed)) return;
   const Ref<Node> aggregation = morphed.clsObject();
   const std::string key = aggregation->identifier();
   const auto end = [&](Text linkType) {
@@ -91,7 +125,12 @@ void CLSEditor::toAttribute(Association& morphed) {
   refill.add(*drawnClass(whole->identifier()));
   m_repository->AddAttribute(whole->identifier(), name, "", false, "private", false, false, "",
                              false, dataType->identifier(), ownership);
-  deleteRelationship(*aggregation);
+  try {
+    deleteRelationship(*aggregation);
+  } catch (...) {
+    if (!controls::isInRepository(*aggregation)) m_diagram->deleteLink(key);
+    throw;
+  }
   m_diagram->deleteLink(key);
   refill.run();
 }
@@ -110,8 +149,8 @@ void CLSEditor::replace(Association& morphed, Text kind, const CopyProperties& c
     copy(*old, *made);
     if (stereotype) m_repository->SetStereotype(*made, stereotype.get());
   } catch (...) {
-    // Half of a relationship would stand in the way of the next try.
-    if (!isTaken && type->find(key)) type->extension()->Remove(key, false);
+    const auto half = platform::as<Node>(type->find(key));
+    if (half && !isTaken) repository::removeRest(*half);
     throw;
   }
   morphed.clsObject(made.get());

@@ -9,7 +9,6 @@
 
 #include "editor/Busy.h"
 #include "editor/CLSEditor.h"
-#include "editor/Relationships.h"
 #include "platform/Shell.h"
 #include "repository/Positioner.h"
 
@@ -17,6 +16,9 @@ namespace brisel::editor {
 
 using platform::each;
 using platform::Ref;
+using repository::endOf;
+using repository::kRelationshipTypes;
+using repository::RelationshipType;
 namespace types = platform::types;
 
 namespace {
@@ -54,9 +56,19 @@ void CLSEditor::populate() {
   SyncCategoryButtons();
   drawModel();
   if (model().MetaNodes(types::kGeomArea)->extension()->Count() == 0) {
-    Compartments("ViewParameters");
-    Layout(kHierarchy);
+    toggleCompartment("ViewParameters");
+    layoutHierarchically();
   }
+}
+
+/// Whether boxes still stand where they were made, one on top of the other.
+bool CLSEditor::isStacked() const {
+  const auto boxes = m_diagram->getAllNodes();
+  if (boxes->Count() < 2) return false;
+  for (const auto& box : each<platform::DiagramNode>(boxes)) {
+    if (box.bounds().topLeft() != platform::Point{}) return false;
+  }
+  return true;
 }
 
 void CLSEditor::ensureConventions() {
@@ -94,15 +106,20 @@ void CLSEditor::drawRelationships(const RelationshipType& drawnType) {
   const auto type = model().MetaNodes(drawnType.kind);
   for (auto& relationship : each<platform::Node>(type->extension()->copy())) {
     if (type->find(relationship.identifier()) != &relationship) continue;
-    const auto source = endOf(relationship, drawnType.source);
-    const auto target = endOf(relationship, drawnType.target);
-    if (!source || !target) continue;
-    const std::string sourceKey = source->identifier();
-    const std::string targetKey = target->identifier();
-    if (!IsNodeShown(sourceKey) || !IsNodeShown(targetKey)) continue;
-    const Temporarily drawn(m_drawn, Ref<platform::Node>(&relationship));
-    m_diagram->createLink(relationship.identifier(), relationship.name(), sourceKey, targetKey);
+    drawRelationship(relationship, drawnType);
   }
+}
+
+/// Nothing is drawn where a class at an end is not.
+void CLSEditor::drawRelationship(platform::Node& relationship, const RelationshipType& type) {
+  const auto source = endOf(relationship, type.source);
+  const auto target = endOf(relationship, type.target);
+  if (!source || !target) return;
+  const std::string sourceKey = source->identifier();
+  const std::string targetKey = target->identifier();
+  if (!IsNodeShown(sourceKey) || !IsNodeShown(targetKey)) return;
+  const Temporarily drawn(m_drawn, Ref<platform::Node>(&relationship));
+  m_diagram->createLink(relationship.identifier(), relationship.name(), sourceKey, targetKey);
 }
 
 void CLSEditor::restoreAreas() {
@@ -119,33 +136,14 @@ void CLSEditor::restoreAreas() {
 }
 
 /// Boxes that have no place yet (their category was hidden so far, or they were made behind the
-/// editor's back) stand in rows below all others, not on top of each other.
+/// editor's back) come beside what they are joined to, not on top of each other.
 void CLSEditor::placeBoxesWithoutArea(const std::set<std::string>& placed) {
   if (placed.empty()) return;
-  constexpr double kGap = 600;
-  platform::Rect extent;
-  std::vector<Ref<platform::DiagramNode>> rest;
+  std::vector<std::string> rest;
   for (auto& box : each<platform::DiagramNode>(m_diagram->getAllNodes())) {
-    if (placed.contains(box.key())) {
-      extent = extent.united(box.bounds());
-    } else {
-      rest.emplace_back(&box);
-    }
+    if (!placed.contains(box.key())) rest.push_back(box.key());
   }
-  platform::Point next{extent.left, extent.bottom() + kGap};
-  double rowHeight = 0;
-  for (const auto& box : rest) {
-    platform::Rect bounds = box->bounds();
-    if (next.x > extent.left && next.x + bounds.width > extent.right()) {
-      next = {extent.left, next.y + rowHeight + kGap};
-      rowHeight = 0;
-    }
-    bounds.left = next.x;
-    bounds.top = next.y;
-    box->bounds(bounds);
-    next.x += bounds.width + kGap;
-    rowHeight = std::max(rowHeight, bounds.height);
-  }
+  if (!rest.empty()) m_diagram->placeAmong(rest);
 }
 
 void CLSEditor::restorePoints() {
@@ -189,6 +187,7 @@ void CLSEditor::Layout(Text style) {
 void CLSEditor::layoutHierarchically() {
   try {
     m_diagram->Layout(kHierarchy);
+    if (isStacked()) m_diagram->Layout("MATRIX");  // the first layout of all was cancelled
     m_diagram->refresh();
   } catch (const platform::Error&) {
     const std::string answer = m_registry.shell().showMessage(

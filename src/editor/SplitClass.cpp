@@ -1,10 +1,8 @@
 // A class split in two: ticked members move to a new class beside it, or above it.
 
-#include "controls/Row.h"
 #include "editor/Busy.h"
 #include "editor/Refactoring.h"
 #include "editors/frmClass.h"
-#include "platform/Error.h"
 #include "platform/Shell.h"
 #include "platform/Text.h"
 
@@ -36,7 +34,8 @@ void CLSEditor::MorphingClass(Text key, Text kind) {
 
 void CLSEditor::SplitClass(Text key, bool semantic) {
   trap("SplitClass", [&] {
-    const ClassRef old = drawnClass(key);
+    finishEditing();
+    const ClassRef old = refactoredClass(key);
     const auto dialog = platform::make<editors::frmClass>(m_registry);
     const SplitTexts& texts = semantic ? kSemantic : kPlain;
     dialog->CurrentClass(old.get());
@@ -53,14 +52,8 @@ void CLSEditor::split(repository::Class& old, editors::frmClass& answers, bool s
   const auto attributes = answers.Attributes()->tickedRows();
   const auto operations = answers.Operations()->tickedRows();
   const std::string name(platform::trimmed(answers.ClassName()->Text()));
-  const ClassRef made = newClass(name, "superclass of " + old.name());
+  const ClassRef made = newClass(name, "superclass of " + old.name(), &old, kGap);
   if (!made) return;
-  // A host that was told of the new class may have deleted either.
-  for (const repository::Class* one : {&old, made.get()}) {
-    if (controls::isInRepository(*one->clsObject())) continue;
-    throw platform::Error(platform::ErrorNumber::notFound,
-                          "The class " + one->name() + " has left the model");
-  }
   const CanvasUpdate update(*m_diagram);
   Refill refill(*this);
   refill.add(old);
@@ -75,6 +68,7 @@ void CLSEditor::split(repository::Class& old, editors::frmClass& answers, bool s
                    old.clsObject()->identifier(), made->clsObject()->identifier());
     if (inherits) noteExtracted(*inherits);
   }
+  presentResult(*made);
   synchronizeDataTypes();
 }
 

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <vector>
 
 #include "platform/Geometry.h"
@@ -42,13 +43,20 @@ struct Drawing {
                                           ///< over the bends to the border of the target box
 };
 
+/// Asked between the steps of a layout, with the share from 0 to 1 that is done; false ends it with
+/// Cancelled. May be empty.
+using GoOn = std::function<bool(double share)>;
+
+/// Thrown out of a layout that was not to go on.
+struct Cancelled {};
+
 /// Layered drawing: super classes above sub classes, no two boxes overlap, lines run around boxes.
-[[nodiscard]] Drawing layered(const Graph& graph, const Spacing& spacing);
+[[nodiscard]] Drawing layered(const Graph& graph, const Spacing& spacing, const GoOn& goOn = {});
 /// Rows and columns, related boxes near each other. Lines are straight.
 [[nodiscard]] Drawing matrix(const Graph& graph, const Spacing& spacing);
 /// Random places without overlaps, the same for the same seed. Lines are straight.
 [[nodiscard]] Drawing random(const Graph& graph, const Spacing& spacing, std::uint64_t seed);
 /// Connected boxes drawn near each other as by springs, without overlaps. Lines are straight.
-[[nodiscard]] Drawing spring(const Graph& graph, const Spacing& spacing);
+[[nodiscard]] Drawing spring(const Graph& graph, const Spacing& spacing, const GoOn& goOn = {});
 
 }  // namespace brisel::layout

@@ -2,16 +2,19 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
 #include <iterator>
 #include <map>
 #include <numeric>
 
 #include "layout/LayerGraph.h"
+#include "layout/Occupied.h"
 
 namespace brisel::layout {
 namespace {
 
 using platform::Point;
+using platform::Rect;
 using platform::Size;
 
 class Remover {
@@ -21,12 +24,13 @@ class Remover {
     std::iota(m_order.begin(), m_order.end(), 0);
   }
 
-  void run() {
+  void run(const Step& step) {
     constexpr int kRounds = 60;
     for (int round = 0; round < kRounds; ++round) {
+      if (step) step(static_cast<double>(round) / kRounds);
       if (!pushApart()) return;
     }
-    sweepRight();
+    if (!settle()) sweepRight();
   }
 
  private:
@@ -79,6 +83,41 @@ class Remover {
     return true;
   }
 
+  /// Takes the boxes from the middle outwards and moves each that is still in the way to the nearest
+  /// free place; false when that takes too long.
+  bool settle() {
+    Point middle;
+    double side = 0;
+    for (std::size_t n = 0; n < m_boxes.size(); ++n) {
+      const double share = 1 / static_cast<double>(m_boxes.size());
+      middle = middle + centre(static_cast<int>(n)) * share;
+      side += 2 * share * std::max(m_boxes[n].width, m_boxes[n].height);
+    }
+    const auto distance = [&](int n) {
+      const Point way = centre(n) - middle;
+      return std::hypot(way.x, way.y);
+    };
+    std::sort(m_order.begin(), m_order.end(), [&](int a, int b) {
+      const double p = distance(a);
+      const double q = distance(b);
+      return p != q ? p < q : a < b;
+    });
+    Occupied occupied(side);
+    std::int64_t budget = 200'000 + 40 * static_cast<std::int64_t>(m_boxes.size());
+    for (const int n : m_order) {
+      Rect box{m_positions[n].x, m_positions[n].y, m_boxes[n].width, m_boxes[n].height};
+      const auto shift = occupied.nearestFree({box}, m_gap * (1 - 1e-9), budget);
+      if (!shift) return false;
+      m_positions[n] = m_positions[n] + *shift;
+      occupied.add(box.movedBy(*shift));
+    }
+    return true;
+  }
+
+  [[nodiscard]] Point centre(int n) const {
+    return m_positions[n] + Point{m_boxes[n].width / 2, m_boxes[n].height / 2};
+  }
+
   /// Takes the boxes from left to right and moves each right of all that share its height.
   void sweepRight() {
     sortByLeft();
@@ -113,8 +152,9 @@ class Remover {
 
 }  // namespace
 
-void removeOverlaps(const std::vector<Size>& boxes, double gap, std::vector<Point>& positions) {
-  Remover(boxes, gap, positions).run();
+void removeOverlaps(const std::vector<Size>& boxes, double gap, std::vector<Point>& positions,
+                    const Step& step) {
+  Remover(boxes, gap, positions).run(step);
 }
 
 }  // namespace brisel::layout

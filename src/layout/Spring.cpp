@@ -4,6 +4,8 @@
 #include "layout/Components.h"
 #include "layout/OverlapRemoval.h"
 #include "layout/Packing.h"
+#include "layout/Progress.h"
+#include "layout/Spreading.h"
 #include "layout/StraightLines.h"
 #include "layout/Stress.h"
 
@@ -11,7 +13,8 @@ namespace brisel::layout {
 namespace {
 
 /// Places the boxes of one component from (0, 0) on and gives its size.
-Size placeComponent(const Component& component, const Spacing& spacing, Drawing& drawing) {
+Size placeComponent(const Component& component, const Spacing& spacing, const Progress& progress,
+                    Drawing& drawing) {
   std::vector<Size> boxes;
   double extent = 0;
   for (int n = 0; n < component.nodes(); ++n) {
@@ -24,11 +27,14 @@ Size placeComponent(const Component& component, const Spacing& spacing, Drawing&
       add(arc.to, arc.from);
     }
   });
-  std::vector<Point> places = byStress(component.nodes(), near, extent + spacing.node);
+  const auto step = [&](double share) { progress.step(share * component.nodes()); };
+  std::vector<Point> places = byStress(component.nodes(), near, extent + spacing.node,
+                                       [&](double share) { step(0.7 * share); });
   for (int n = 0; n < component.nodes(); ++n) {
     places[n] = places[n] - Point{boxes[n].width / 2, boxes[n].height / 2};
   }
-  removeOverlaps(boxes, spacing.node, places);
+  spread(boxes, spacing.node, places);
+  removeOverlaps(boxes, spacing.node, places, [&](double share) { step(0.7 + 0.3 * share); });
   Point least = places[0];
   for (const Point p : places) least = {std::min(least.x, p.x), std::min(least.y, p.y)};
   Size size;
@@ -43,14 +49,19 @@ Size placeComponent(const Component& component, const Spacing& spacing, Drawing&
 
 }  // namespace
 
-Drawing spring(const Graph& graph, const Spacing& wanted) {
+Drawing spring(const Graph& graph, const Spacing& wanted, const GoOn& goOn) {
   const Graph input = checked(graph);
   const Spacing spacing = checked(wanted);
   Drawing drawing;
   drawing.positions.resize(input.boxes.size());
   const Parts parts = partsOf(input, spacing.node / 3);
   std::vector<Size> sizes;
-  for (const Component& c : parts.components) sizes.push_back(placeComponent(c, spacing, drawing));
+  Progress progress(goOn, static_cast<double>(input.boxes.size()));
+  for (const Component& c : parts.components) {
+    progress.step();
+    sizes.push_back(placeComponent(c, spacing, progress, drawing));
+    progress.done(c.nodes());
+  }
   for (const int box : parts.alone) sizes.push_back(input.boxes[box]);
   const std::vector<Point> places = packed(sizes, spacing.node, spacing.aspect);
   for (std::size_t i = 0; i < parts.components.size(); ++i) {

@@ -70,7 +70,8 @@ class Terms {
   std::vector<Term> m_terms;
 };
 
-void descend(std::vector<Term>& terms, std::vector<Point>& points, Numbers& numbers) {
+void descend(std::vector<Term>& terms, std::vector<Point>& points, Numbers& numbers,
+             const Step& told) {
   constexpr int kRounds = 30;
   constexpr double kLastStep = 0.05;
   double lightest = INFINITY;
@@ -82,6 +83,7 @@ void descend(std::vector<Term>& terms, std::vector<Point>& points, Numbers& numb
   const double first = 1 / lightest;
   const double decay = std::log(first * heaviest / kLastStep) / (kRounds - 1);
   for (int round = 0; round < kRounds; ++round) {
+    if (told) told(static_cast<double>(round) / kRounds);
     for (std::size_t i = terms.size(); i > 1; --i) {
       std::swap(terms[i - 1], terms[numbers.next() % i]);
     }
@@ -99,13 +101,13 @@ void descend(std::vector<Term>& terms, std::vector<Point>& points, Numbers& numb
 
 }  // namespace
 
-std::vector<Point> byStress(int nodes, const Adjacency& near, double unit) {
+std::vector<Point> byStress(int nodes, const Adjacency& near, double unit, const Step& step) {
   Numbers numbers(1);
   std::vector<Point> points(nodes);
   const double side = std::sqrt(static_cast<double>(nodes));
   for (Point& p : points) p = {numbers.part() * side, numbers.part() * side};
   std::vector<Term> terms = Terms(nodes, near).take();
-  if (!terms.empty()) descend(terms, points, numbers);
+  if (!terms.empty()) descend(terms, points, numbers, step);
   for (Point& p : points) p = p * unit;
   return points;
 }

@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "layout/LayerGraph.h"
+#include "layout/Progress.h"
 #include "platform/Geometry.h"
 
 namespace brisel::layout {
@@ -12,6 +13,7 @@ namespace brisel::layout {
 /// Post: finite points, the same for the same input.
 /// Brandes, Pich: Eigensolver methods for progressive multidimensional scaling, 2007 (the pivots);
 /// Zheng, Pawar, Goodman: Graph drawing by stochastic gradient descent, 2019.
-[[nodiscard]] std::vector<platform::Point> byStress(int nodes, const Adjacency& near, double unit);
+[[nodiscard]] std::vector<platform::Point> byStress(int nodes, const Adjacency& near, double unit,
+                                                    const Step& step = {});
 
 }  // namespace brisel::layout

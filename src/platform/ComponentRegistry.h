@@ -37,6 +37,7 @@ class ComponentRegistry {
   }
   [[nodiscard]] bool contains(std::string_view progId) const;
 
+  [[nodiscard]] bool hasShell() const { return static_cast<bool>(m_shell); }
   [[nodiscard]] Shell& shell() const;
   void shell(Ref<Shell> shell);
 

@@ -135,8 +135,12 @@ class DiagramControl : public Object {
   virtual void Clear() = 0;
   virtual void refresh() = 0;
   /// "%HIERARCHY%", "MATRIX", "RANDOM", "SPRING", or "TADJST", "BADJST", "LADJST", "RADJST", which
-  /// align the selected nodes' top, bottom, left and right sides. An Error when the layout fails.
+  /// align the selected nodes' top, bottom, left and right sides. An Error when the layout fails;
+  /// one that a person cancelled leaves everything where it was.
   virtual void Layout(std::string_view code) = 0;
+  /// Moves the nodes of these keys, which have no place yet, beside what they are joined to, clear
+  /// of all others, which stay.
+  virtual void placeAmong(const std::vector<std::string>& keys) = 0;
   /// The underlying diagram: its settings (property "CanDrawLink") and the hierarchical layout.
   virtual Ref<Object> GetDiagram() = 0;
 
@@ -167,9 +171,12 @@ class DiagramControl : public Object {
   virtual void linkRule(LinkRule rule) = 0;
   virtual void dropRule(DropRule rule) = 0;
 
-  /// A word for the person on what was just done; stands until the pointer's next.
+  /// A word for the person on what was just done; stands until the next press, or until there is
+  /// another hint.
   virtual void showHint(std::string_view text) = 0;
 
+  /// Scrolls as little as brings the area into view; of a larger one its upper left part.
+  virtual void reveal(const Rect& area) = 0;
   /// Percent.
   [[nodiscard]] virtual double getZoom() const = 0;
   /// An area of the canvas as it is seen now, in twips of the view from its upper left corner: at

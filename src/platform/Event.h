@@ -42,11 +42,11 @@ class Event {
 
   /// Calls every listener, in the order in which they connected.
   void operator()(Arguments... arguments) const {
-    const std::shared_ptr<Slots> slots = m_slots;  // outlives the owner, should it go
-    const Raising raising(*slots);
-    const std::size_t count = slots->entries.size();
+    const std::shared_ptr<Slots> held = m_slots;  // outlives the owner, should it go
+    const Raising raising(*held);
+    const std::size_t count = held->entries.size();
     for (std::size_t i = 0; i < count; ++i) {
-      if (const auto listener = slots->entries[i].lock()) (*listener)(arguments...);
+      if (const auto listener = held->entries[i].lock()) (*listener)(arguments...);
     }
   }
 
@@ -59,7 +59,7 @@ class Event {
   /// Slots of listeners that are gone are dropped when no raise walks them any more.
   class Raising {
    public:
-    explicit Raising(Slots& slots) : m_slots(slots) { ++m_slots.depth; }
+    explicit Raising(Slots& raised) : m_slots(raised) { ++m_slots.depth; }
     ~Raising() {
       if (--m_slots.depth > 0) return;
       std::erase_if(m_slots.entries, [](const auto& slot) { return slot.expired(); });

@@ -37,6 +37,10 @@ Value Object::invoke(std::string_view member, std::vector<Value>& arguments) {
 
 Value Object::get(std::string_view member) {
   std::vector<Value> none;
+  const Member* method = memberTable().find(member, Member::Kind::method);
+  if (method && method->arguments == 0 && !memberTable().find(member, Member::Kind::property)) {
+    return method->call(*this, none);
+  }
   return memberOf(*this, member, Member::Kind::property).call(*this, none);
 }
 

@@ -31,7 +31,8 @@ class Object {
   /// `arguments`, which grows to hold them. A property is read when there are no arguments.
   /// Raises a CallError for an unknown member or arguments of the wrong number or kind.
   virtual Value invoke(std::string_view member, std::vector<Value>& arguments);
-  /// Reads a property; a CallError when there is none of that name.
+  /// Reads a property, or calls a method without arguments; a CallError when there is none of that
+  /// name.
   virtual Value get(std::string_view member);
   /// Writes a property; a CallError when there is none of that name or it is read-only.
   virtual void set(std::string_view member, const Value& value);

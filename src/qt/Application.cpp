@@ -10,6 +10,7 @@ Application::Application(const std::string& version, const std::string& installa
   QApplication::setOrganizationName("Brisel");
   QApplication::setApplicationName("brisel");
   QApplication::setApplicationDisplayName("Brisel");
+  QApplication::setDesktopFileName("org.brisel.Brisel");  // data/desktop
   QApplication::setApplicationVersion(toQt(version));
   QApplication::setWindowIcon(loadIcon(installationFolder + "/brisel.ico"));
 }

@@ -10,7 +10,7 @@ namespace brisel::qt {
 
 ExtractAttributeDialog::ExtractAttributeDialog(
     const platform::Ref<editors::frmExtractAttribute>& form, QWidget* parent)
-    : FormDialog(form, parent) {
+    : FormDialog(form, parent), m_list(form->Attributes()) {
   auto* content = new QWidget(this);
   auto* column = new QVBoxLayout(content);
   column->setContentsMargins(0, 0, 0, 0);
@@ -26,6 +26,9 @@ ExtractAttributeDialog::ExtractAttributeDialog(
   resize(380, 340);
 }
 
-void ExtractAttributeDialog::enterFields() { m_attributes->setFocus(Qt::TabFocusReason); }
+void ExtractAttributeDialog::enterFields() {
+  m_attributes->setFocus(Qt::TabFocusReason);
+  if (!m_list->selectedRow() && m_list->rowCount() > 0) m_list->Select(1);
+}
 
 }  // namespace brisel::qt

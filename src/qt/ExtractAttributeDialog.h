@@ -5,7 +5,7 @@
 
 namespace brisel::qt {
 
-/// The dialog in which the attribute is chosen that becomes a class.
+/// The dialog in which the attribute is chosen that becomes a class: the first, to begin with.
 class ExtractAttributeDialog : public FormDialog {
  public:
   ExtractAttributeDialog(const platform::Ref<editors::frmExtractAttribute>& form, QWidget* parent);
@@ -15,6 +15,7 @@ class ExtractAttributeDialog : public FormDialog {
 
  private:
   QWidget* m_attributes;
+  platform::Ref<controls::ListView> m_list;
 };
 
 }  // namespace brisel::qt

@@ -7,7 +7,6 @@ namespace {
 struct HostButton {
   const char* key;  ///< also the icon's; empty for a separator
   const char* tooltip;
-  bool works = true;  ///< a command that is still to come shows that it will
   const char* icon = nullptr;
 };
 
@@ -19,11 +18,11 @@ constexpr HostButton kButtons[] = {
     {"CompositeAggregation", "draw composite aggregations"},
     {"SharedAggregation", "draw shared aggregations"},
     {"Generalization", "draw generalizations"},
-    {"Open", "Open diagram", true, "FileOpen"},
+    {"Open", "Open diagram", "FileOpen"},
     {"Stereotypes", "edit stereotypes"},
-    {"MatrixBrowser", "browse all relationships in a matrix", false},
+    {"MatrixBrowser", "browse all relationships in a matrix"},
     {"Template", "edit code templates"},
-    {"Demo", "fill the model with a demo", false},
+    {"Demo", "fill the model with a demo"},
     {"", ""},
 };
 
@@ -34,7 +33,7 @@ HostButtons::HostButtons(editor::CLSEditor& editor, const std::string& installat
   for (const HostButton& row : kButtons) {
     const std::string stem = row.icon ? row.icon : row.key;
     const std::string icon = stem.empty() ? stem : installationFolder + "\\" + stem + ".bmp";
-    m_canvas->AddButton(row.key, "", row.tooltip, icon, !stem.empty() && row.works);
+    m_canvas->AddButton(row.key, "", row.tooltip, icon, !stem.empty());
   }
   m_connections.push_back(m_editor.ToolbarButton.connect([this](const std::string& key) {
     if (key == kNewClass) m_editor.CreateMode();

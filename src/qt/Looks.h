@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QColor>
 #include <QFont>
 #include <QPalette>
 
@@ -16,6 +17,13 @@ namespace brisel::qt {
 [[nodiscard]] inline QFont headingFont(QFont font) {
   font.setBold(true);
   return font;
+}
+
+/// From the one colour (share 0) to the other (share 1).
+[[nodiscard]] inline QColor mixed(const QColor& one, const QColor& other, float share) {
+  const auto part = [&](float a, float b) { return a + (b - a) * share; };
+  return QColor::fromRgbF(part(one.redF(), other.redF()), part(one.greenF(), other.greenF()),
+                          part(one.blueF(), other.blueF()));
 }
 
 }  // namespace brisel::qt

@@ -12,6 +12,10 @@
 
 namespace brisel::qt {
 
+namespace {
+constexpr const char* kLayoutMenu = "D&iagram/&Layout";
+}
+
 /// What must be there for a command to apply. Tools of the popup menus act on the one selected
 /// class or relationship; whether they apply to it the editor knows.
 enum class MainMenus::Needs { nothing, items, selection, oneItem, oneNode, classTool, lineTool };
@@ -31,7 +35,9 @@ struct MainMenus::Row {
 const std::vector<MainMenus::Row>& MainMenus::rows() {
   static const std::vector<Row> kRows = {
       {"&File", "New", "&New", "Ctrl+N", "Start an empty diagram"},
+      {"&File", "NewWindow", "New &Window", "Ctrl+Alt+N", "Start an empty diagram in another window"},
       {"&File", "Open", "&Open...", "Ctrl+O", "Open a diagram or a model of another tool"},
+      {"&File/Open &Recent", "ClearRecent", "&Clear List", "", "Forget the files of this list"},
       {"&File"},
       {"&File", "Save", "&Save", "Ctrl+S", "Save model, positions and view settings"},
       {"&File", "SaveAs", "Save &As...", "Ctrl+Shift+S", "Save to another file"},
@@ -41,7 +47,8 @@ const std::vector<MainMenus::Row>& MainMenus::rows() {
       {"&File", "PrintPreview", "Print Pre&view...", "Ctrl+Shift+P"},
       {"&File", "Print", "&Print...", "Ctrl+P"},
       {"&File"},
-      {"&File", "Quit", "&Quit", "Ctrl+Q", "Close the window"},
+      {"&File", "Close", "&Close", "Ctrl+W", "Close the window"},
+      {"&File", "Quit", "&Quit", "Ctrl+Q", "Close all windows and end the program"},
 
       {"&Edit", "CopyPicture", "&Copy Picture", "Ctrl+C",
        "Put a picture of the whole diagram on the clipboard", Needs::items},
@@ -80,10 +87,10 @@ const std::vector<MainMenus::Row>& MainMenus::rows() {
       {"&View/&Types", "COM::CoClass", "&Component Classes"},
       {"&View/&Types", "COM::DispInterface", "&Dispatch Interfaces"},
 
-      {"D&iagram/&Layout", "LayoutHierarchy", "&Hierarchical", "Ctrl+L"},
-      {"D&iagram/&Layout", "LayoutSpring", "&Spring"},
-      {"D&iagram/&Layout", "LayoutMatrix", "&Matrix"},
-      {"D&iagram/&Layout", "LayoutRandom", "&Random"},
+      {kLayoutMenu, "LayoutHierarchy", "&Hierarchical", "Ctrl+L"},
+      {kLayoutMenu, "LayoutSpring", "&Spring"},
+      {kLayoutMenu, "LayoutMatrix", "&Matrix"},
+      {kLayoutMenu, "LayoutRandom", "&Random"},
       {"D&iagram/&Align", "AlignLeft", "&Left Sides", "Ctrl+Alt+Left"},
       {"D&iagram/&Align", "AlignRight", "&Right Sides", "Ctrl+Alt+Right"},
       {"D&iagram/&Align", "AlignTop", "&Top Sides", "Ctrl+Alt+Up"},
@@ -99,7 +106,8 @@ const std::vector<MainMenus::Row>& MainMenus::rows() {
       {"&Refactor", "miMorphToAggShared", "To &Shared Aggregation", "",
        "Turn the selected relationship into a shared aggregation", Needs::lineTool},
       {"&Refactor", "miMorphToAggComposite", "To &Composite Aggregation", "",
-       "Turn the selected relationship into a composite aggregation", Needs::lineTool},
+       "Turn the selected relationship into a composite aggregation, inheritance into a shared one",
+       Needs::lineTool},
       {"&Refactor", "miMorphToGen", "To &Generalization", "",
        "Turn the selected composite aggregation into inheritance", Needs::lineTool},
       {"&Refactor", "miMorphToAttr", "To Class A&ttribute", "",
@@ -250,6 +258,16 @@ void MainMenus::refresh() {
       action->setEnabled(has(row->needs));
     }
   }
+  const auto& selected = m_canvas.selection().selectedItems();
+  const auto isNode = [](const canvas::Item* item) { return !item->isLink(); };
+  const auto first = std::find_if(selected.begin(), selected.end(), isNode);
+  const bool some = first != selected.end() && std::any_of(first + 1, selected.end(), isNode);
+  menuAt(kLayoutMenu).setTitle(some ? tr("&Layout of the Selection") : tr("&Layout"));
+}
+
+QMenu* MainMenus::menu(std::string_view path) const {
+  const auto found = m_menus.find(path);
+  return found == m_menus.end() ? nullptr : found->second;
 }
 
 QAction* MainMenus::action(std::string_view key) const {

@@ -30,6 +30,8 @@ class MainMenus : public QObject {
 
   /// Nothing for an unknown key.
   [[nodiscard]] QAction* action(std::string_view key) const;
+  /// By its titles from the bar on, separated by "/"; nothing where there is none.
+  [[nodiscard]] QMenu* menu(std::string_view path) const;
 
  private:
   enum class Needs;
@@ -51,7 +53,7 @@ class MainMenus : public QObject {
   QMenuBar& m_bar;
   EditorWidget& m_editor;
   canvas::DiagramControl& m_canvas;
-  std::map<std::string, QMenu*> m_menus;  ///< by path
+  std::map<std::string, QMenu*, std::less<>> m_menus;  ///< by path
   std::vector<std::pair<const Row*, QAction*>> m_actions;
   QTimer m_refresh;
   platform::Connection m_changed;

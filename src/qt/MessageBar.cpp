@@ -3,6 +3,7 @@
 #include <QGridLayout>
 #include <QLabel>
 #include <QPlainTextEdit>
+#include <QPushButton>
 #include <QStyle>
 #include <QToolButton>
 
@@ -18,6 +19,7 @@ MessageBar::MessageBar(QWidget* parent)
     : QFrame(parent),
       m_icon(new QLabel(this)),
       m_text(new QLabel(this)),
+      m_offer(new QPushButton(this)),
       m_more(new QToolButton(this)),
       m_details(new QPlainTextEdit(this)) {
   setObjectName("MessageBar");
@@ -31,6 +33,13 @@ MessageBar::MessageBar(QWidget* parent)
   m_details->setReadOnly(true);
   m_details->setMaximumHeight(kDetailsHeight);
   connect(m_more, &QToolButton::toggled, m_details, &QWidget::setVisible);
+  m_offer->setObjectName("MessageOffer");
+  m_offer->setAutoDefault(false);
+  connect(m_offer, &QPushButton::clicked, this, [this] {
+    const auto run = m_run;  // it may tell something else here
+    hide();
+    run();
+  });
   auto* close = new QToolButton(this);
   close->setAutoRaise(true);
   close->setIcon(style()->standardIcon(QStyle::SP_TitleBarCloseButton));
@@ -42,9 +51,10 @@ MessageBar::MessageBar(QWidget* parent)
   grid->setColumnStretch(1, 1);
   grid->addWidget(m_icon, 0, 0);
   grid->addWidget(m_text, 0, 1);
-  grid->addWidget(m_more, 0, 2);
-  grid->addWidget(close, 0, 3);
-  grid->addWidget(m_details, 1, 0, 1, 4);
+  grid->addWidget(m_offer, 0, 2);
+  grid->addWidget(m_more, 0, 3);
+  grid->addWidget(close, 0, 4);
+  grid->addWidget(m_details, 1, 0, 1, 5);
   hide();
 }
 
@@ -57,11 +67,19 @@ void MessageBar::show(Kind kind, const QString& text, const QString& details) {
   const auto symbol = error ? QStyle::SP_MessageBoxCritical : QStyle::SP_MessageBoxInformation;
   m_icon->setPixmap(style()->standardIcon(symbol).pixmap(16, 16));
   m_text->setText(text);
+  m_offer->hide();
   m_more->setChecked(false);
   m_more->setVisible(!details.isEmpty());
   m_details->setPlainText(details);
   m_details->hide();
   QFrame::show();
+}
+
+void MessageBar::offer(const QString& caption, const QString& tip, std::function<void()> run) {
+  m_offer->setText(caption);
+  m_offer->setToolTip(tip);
+  m_run = std::move(run);
+  m_offer->show();
 }
 
 QString MessageBar::text() const { return m_text->text(); }

@@ -7,7 +7,10 @@
 #include <QMenu>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QRegularExpression>
+#include <algorithm>
 #include <memory>
+#include <utility>
 
 #include "controls/ToolBarControl.h"
 #include "qt/FileFilter.h"
@@ -41,7 +44,8 @@ QMessageBox::Icon iconOf(platform::MessageIcon icon) {
 /// Where a caption belongs on this desktop; closing the box counts as the one that refuses.
 QMessageBox::ButtonRole roleOf(const std::string& caption) {
   if (caption == "Cancel") return QMessageBox::RejectRole;
-  if (caption == "No" || caption == "Discard") return QMessageBox::DestructiveRole;
+  if (caption == "No" || caption == "Discard" || caption == "Overwrite")
+    return QMessageBox::DestructiveRole;
   return QMessageBox::AcceptRole;
 }
 
@@ -82,6 +86,11 @@ std::optional<std::string> QtShell::askSaveFile(const platform::FileDialog& dial
                        toQtFilter(dialog.filter));
   question.setAcceptMode(QFileDialog::AcceptSave);
   question.setDefaultSuffix(toQt(dialog.extension).remove(0, 1).toLower());
+  // The ending of the kind that is chosen, not of the one that is offered first.
+  QObject::connect(&question, &QFileDialog::filterSelected, [&](const QString& filter) {
+    const QString ending = filter.section("*.", 1, 1).section(QRegularExpression("[ )]"), 0, 0);
+    if (!ending.isEmpty()) question.setDefaultSuffix(ending);
+  });
   if (!dialog.path.empty()) question.selectFile(toQt(dialog.path));
   if (question.exec() != QDialog::Accepted) return std::nullopt;
   return fromQt(question.selectedFiles().value(0));
@@ -109,7 +118,36 @@ void QtShell::showTool(std::string_view name, platform::Object& tool) {
   if (QWidget* window = makeToolWindow(name, tool)) {
     window->setAttribute(Qt::WA_DeleteOnClose);
     window->show();
+    m_tools.emplace_back(window);
   }
+}
+
+void QtShell::closeTools() {
+  for (const QPointer<QWidget>& tool : std::exchange(m_tools, {})) {
+    if (tool) tool->close();
+  }
+}
+
+bool QtShell::showProgress(std::string_view task, double share) {
+  constexpr int kSteps = 1000;
+  if (!m_progress) {
+    m_progress = new QProgressDialog(toQt(task), QObject::tr("Cancel"), 0, kSteps, front());
+    m_progress->setWindowTitle("Brisel");
+    m_progress->setWindowModality(Qt::ApplicationModal);
+    m_progress->setAutoClose(false);
+    m_progress->setAutoReset(false);
+    m_progress->show();
+  }
+  m_progress->setValue(static_cast<int>(std::clamp(share, 0.0, 1.0) * kSteps));
+  QApplication::processEvents();  // a press on Cancel among them, which may take the dialog away
+  return m_progress && !m_progress->wasCanceled();
+}
+
+void QtShell::hideProgress() {
+  if (!m_progress) return;
+  m_progress->hide();
+  m_progress->deleteLater();
+  m_progress.clear();
 }
 
 void QtShell::copy(const std::vector<std::pair<std::string, std::string>>& byKind) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QPointer>
+#include <QProgressDialog>
 #include <QWidget>
 #include <optional>
 #include <string>
@@ -19,6 +20,9 @@ class QtShell : public platform::Shell {
   /// The window that dialogs belong to; may be nothing, and may go before the shell does.
   void window(QWidget* window) { m_window = window; }
 
+  /// Closes the windows of tools that it showed.
+  void closeTools();
+
   std::string showMessage(const platform::Message& message) override;
   std::optional<std::string> askOpenFile(const platform::FileDialog& dialog) override;
   std::optional<std::string> askSaveFile(const platform::FileDialog& dialog) override;
@@ -27,12 +31,17 @@ class QtShell : public platform::Shell {
   /// A form without a view of its own is hidden again at once.
   void runForm(std::string_view name, platform::Object& form) override;
   void showTool(std::string_view name, platform::Object& tool) override;
+  /// A small dialog with "Cancel" in front of everything: what a person does elsewhere waits.
+  bool showProgress(std::string_view task, double share) override;
+  void hideProgress() override;
   void copy(const std::vector<std::pair<std::string, std::string>>& byKind) override;
 
  private:
   [[nodiscard]] QWidget* front() const;
 
   QPointer<QWidget> m_window;
+  std::vector<QPointer<QWidget>> m_tools;
+  QPointer<QProgressDialog> m_progress;
 };
 
 }  // namespace brisel::qt

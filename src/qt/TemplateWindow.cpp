@@ -90,8 +90,8 @@ void TemplateWindow::attempt(Action action) {
   }
 }
 
-TemplateWindow::TemplateWindow(tools::Template& tool, QWidget* parent)
-    : QWidget(parent, Qt::Window), m_tool(&tool) {
+TemplateWindow::TemplateWindow(const platform::Ref<tools::Template>& tool, QWidget* parent)
+    : QWidget(parent, Qt::Window), m_tool(tool) {
   setObjectName("TemplateWindow");
   auto* columns = new QSplitter;
   for (QWidget* part : {makeLists(), makeText(), makePreview()}) columns->addWidget(part);

@@ -20,7 +20,7 @@ class SourceEdit;
 /// between events, a moment after the last change.
 class TemplateWindow : public QWidget {
  public:
-  explicit TemplateWindow(tools::Template& tool, QWidget* parent = nullptr);
+  explicit TemplateWindow(const platform::Ref<tools::Template>& tool, QWidget* parent = nullptr);
 
   /// Whether the preview is complete and shown.
   [[nodiscard]] bool isSettled() const { return !m_timer.isActive(); }

@@ -2,6 +2,8 @@
 
 #include <array>
 #include <map>
+#include <string>
+#include <unordered_set>
 
 #include "platform/Collection.h"
 #include "platform/Error.h"
@@ -39,6 +41,22 @@ const EndWords& endWordsOf(std::string_view kind) {
 std::string endLinkType(std::string_view kind, std::string_view word) {
   return std::string(kind).append(".").append(word).append(".Class");
 }
+
+/// The names of what a class owns. Asking for each name by itself would cost as much as there are
+/// members, each time.
+class OwnedNames {
+ public:
+  OwnedNames(const platform::Node& owner, std::string_view ownership) {
+    for (const platform::Link& link : each<platform::Link>(owner.outgoing(ownership))) {
+      m_names.insert(link.Target()->name());
+    }
+  }
+  /// False for a name that is there already.
+  bool add(const std::string& name) { return m_names.insert(name).second; }
+
+ private:
+  std::unordered_set<std::string> m_names;
+};
 
 }  // namespace
 
@@ -119,10 +137,10 @@ void CLSRepository::CopyAssocProperties(Node& source, Node& destination) {
 }
 
 void CLSRepository::MoveAttributes(Node& destination, platform::Collection& links, bool keep) {
+  OwnedNames names(destination, types::kClassHasAttrib);
   for (Link& link : each<Link>(CopyList(links))) {
     const NodeRef old = link.Target();
-    if (SearchLinkedObject(destination, types::kClassHasAttrib, true, "Name", old->name()))
-      continue;
+    if (!names.add(old->name())) continue;
     LinkRef ownership;
     const NodeRef added = AddAttributeS(destination.identifier(), old->name(),
                                         GetDataType(*old)->identifier(), ownership);
@@ -132,11 +150,10 @@ void CLSRepository::MoveAttributes(Node& destination, platform::Collection& link
 }
 
 void CLSRepository::MoveOperations(Node& destination, platform::Collection& links, bool keep) {
+  OwnedNames names(destination, types::kClassHasOperation);
   for (Link& link : each<Link>(CopyList(links))) {
     const NodeRef old = link.Target();
-    if (SearchLinkedObject(destination, types::kClassHasOperation, true, "Name", old->name())) {
-      continue;
-    }
+    if (!names.add(old->name())) continue;
     LinkRef ownership;
     const NodeRef added = AddOperationS(destination.identifier(), old->name(),
                                         GetDataType(*old)->identifier(), ownership);

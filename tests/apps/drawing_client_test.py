@@ -73,6 +73,12 @@ class Drawing(unittest.TestCase):
         x = node["left"] + (node["width"] if side == "right" else 0)
         return x, node["top"] + along * node["height"]
 
+    @staticmethod
+    def canvas_point(line):
+        """In the middle of a straight line."""
+        first, last = line["ExtraPoints"].ToArray()[0], line["ExtraPoints"].ToArray()[-1]
+        return (first["x"] + last["x"]) / 2, (first["y"] + last["y"]) / 2
+
     def title(self, node):
         return node["left"] + node["width"] / 2, node["top"] + 150
 
@@ -230,6 +236,46 @@ class Drawing(unittest.TestCase):
         self.canvas.KeyPress("Delete")
         self.assertEqual(self.events(), [("ClassDeleted", left["key"])])
         self.assertEqual((self.canvas.getAllNodes()["Count"], self.count("Class")), (1, 1))
+
+    def test_classes_and_relationships_are_refactored_by_menu_and_answered_forms(self):
+        shell = self.brisel.create("Brisel.Shell")
+        order = self.draw_class(1000, 1000, "Order")
+        customer = self.draw_class(9000, 1000, "Customer")
+        data_type = self.editor["CLSRepository"].MakeDataType("Text", "", "")["identifier"]
+        for name in ("street", "town"):
+            self.editor["CLSRepository"].AddAttributeS(customer["key"], name, data_type)
+        shell.AnswerForm([["Ok", "Click"]])
+        line = self.draw_line("CompositeAggregation", self.border(order, "right"),
+                              self.border(customer, "left"))
+        self.click(*self.canvas_point(line), "right")
+        self.assertEqual(self.menu["Tag"], line["key"])
+        self.menu.Click("miMorphToAggShared")
+        self.assertEqual(self.editor.GetAssociationFromLink(line["key"])["isAggregation"], True)
+        self.assertEqual(self.editor.objection("miMorphToGen", line["key"]),
+                         "Only a composite aggregation can become this")
+
+        shell.AnswerForm([["ClassName", "SetText", "Address"], ["Attributes", "Tick", 1],
+                          ["Ok", "Click"]])
+        self.click(*self.title(customer), "right")
+        self.menu.Click("miMorphClassSplit")
+        self.assertEqual(self.owned(customer, "Class.Has.Attrib"), ["town"])
+        address = self.canvas.getAllNodes().ToArray()[-1]
+        self.assertEqual(self.owned(address, "Class.Has.Attrib"), ["street"])
+        self.assertGreaterEqual(address["left"], customer["left"] + customer["width"] + 300)
+
+        shell.AnswerForm([["Attributes", "Select", 1], ["asComposite", "SetValue", 0],
+                          ["Ok", "Click"]])
+        self.editor.ExtractAttribute(customer["key"])
+        self.assertEqual(self.owned(customer, "Class.Has.Attrib"), [])
+        self.assertEqual(self.count("Aggregation"), 2)
+
+        self.canvas.unselectAll()  # the new class is selected
+        for node in (customer, order):
+            self.canvas.selNode(node)
+        self.menu.Click("miMorphMerge")
+        merged = self.canvas.getAllNodes().ToArray()[-1]
+        self.assertEqual(merged["text"], "CustomerOrder")
+        self.assertEqual((line["source"], line["target"]), (merged, merged))
 
     def test_escape_ends_a_gesture_without_a_trace(self):
         left, right = self.draw_class(1500, 1500, "Left"), self.draw_class(9000, 1500, "Right")

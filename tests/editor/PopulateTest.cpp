@@ -124,6 +124,62 @@ TEST(Populate, reopensADiagramAsItWasLeft) {
   EXPECT_EQ(pointsOf(*bench.line("g")), "");
 }
 
+TEST(Populate, placesNewClassesBesideWhatTheyAreJoinedTo) {
+  EditorBench bench;
+  for (int i = 0; i < 20; ++i) bench.addClass("C" + std::to_string(i));
+  for (int i = 1; i < 20; ++i) {
+    bench.model->MakeGeneralization("g" + std::to_string(i), "C" + std::to_string((i - 1) / 3),
+                                    "C" + std::to_string(i));
+  }
+  bench.editor->Populate();
+  bench.editor->AddPositions();
+  const Rect parent = bench.box("C19")->bounds();
+  bench.addClass("New");
+  bench.addClass("Alone");
+  bench.model->MakeGeneralization("g", "C19", "New");
+  std::vector<Rect> before;
+  for (int i = 0; i < 20; ++i) before.push_back(bench.box("C" + std::to_string(i))->bounds());
+
+  bench.redraw();
+  const Rect placed = bench.box("New")->bounds();
+  EXPECT_GE(placed.top, parent.bottom());
+  EXPECT_LT(placed.top, parent.bottom() + 3000);
+  EXPECT_LT(std::abs(placed.center().x - parent.center().x), 6000);
+  for (int i = 0; i < 20; ++i) {
+    const Rect box = bench.box("C" + std::to_string(i))->bounds();
+    EXPECT_EQ(box, before[static_cast<std::size_t>(i)]);
+    EXPECT_FALSE(box.intersects(placed));
+    EXPECT_FALSE(box.intersects(bench.box("Alone")->bounds()));
+  }
+}
+
+TEST(Populate, aLayoutIsReopenedAsItWasDrawn) {
+  EditorBench bench;
+  for (const char* name : {"A", "B", "C", "D", "E"}) bench.addClass(name);
+  for (const char* sub : {"B", "C", "D"}) {
+    bench.model->MakeGeneralization("g" + std::string(sub), "A", sub);
+  }
+  bench.model->MakeAssociation("owns", "r", "B", "E");
+  bench.model->MakeAssociation("", "s", "A", "E");
+  bench.editor->Populate();
+  const auto picture = [&] {
+    std::string all;
+    for (const char* key : {"gB", "gC", "gD", "r", "s"}) {
+      const auto points = bench.line(key)->ExtraPoints();
+      for (std::size_t i = 0; i < static_cast<std::size_t>(points->Count()); ++i) {
+        all += std::to_string(points->at(i).x) + "," + std::to_string(points->at(i).y) + " ";
+      }
+      const auto& link = dynamic_cast<canvas::Link&>(*bench.line(key));
+      all += std::to_string(link.labelArea().left) + "," + std::to_string(link.labelArea().top);
+    }
+    return all;
+  };
+  const std::string before = picture();
+  bench.editor->AddPositions();
+  bench.redraw();
+  EXPECT_EQ(picture(), before);
+}
+
 TEST(Populate, restoresBendsByRankWithinEachLine) {
   EditorBench bench;
   const auto a = bench.addClass("A");

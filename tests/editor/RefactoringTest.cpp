@@ -169,7 +169,7 @@ TEST_F(RefactoringTest, ofAnAggregationsEndsAGeneralizationKeepsNothing) {
   EXPECT_EQ(line("r")->text() + line("r")->beginText() + line("r")->endText(), "");
   editor->CreateAggregation("back", "", "", "Line", "Order", true);
   editor->MorphingAssoc("back", "ToGeneralization");
-  EXPECT_EQ(hint, "Order is already below Line") << "a circle is made, and told";
+  EXPECT_EQ(hint, "Line now inherits from itself") << "a circle is made, and told";
 }
 
 TEST_F(RefactoringTest, aPartBecomesAnAttributeOfItsTypesName) {
@@ -299,6 +299,28 @@ TEST_F(RefactoringTest, anAttributeIsDrawnOutIntoAClass) {
   EXPECT_EQ(test::checkAgreement(*editor), "");
 }
 
+TEST_F(RefactoringTest, linesOfExtractedClassesRunAroundWhatIsBetween) {
+  addClass("Above");
+  redraw();
+  const Rect order = box("Order")->bounds();
+  box("Line")->bounds({order.right() + 500, -400, 3000, order.height + 900});
+  box("Above")->bounds({order.right(), -2000, 3000, 1500});
+  answerForm({{"Attributes", "Select", 1}, {"Ok", "Click"}});
+  editor->ExtractAttribute("Order");
+  const auto made = line(platform::as<Node>(store->MetaNodes("Aggregation")->extension()->Item(1))
+                             ->identifier());
+  ASSERT_EQ(made->ExtraPoints()->Count(), 4) << "two bends";
+  for (std::size_t i = 1; i < 4; ++i) {
+    const Point a = made->ExtraPoints()->at(i - 1);
+    const Point b = made->ExtraPoints()->at(i);
+    const Rect way{std::min(a.x, b.x), std::min(a.y, b.y), std::abs(a.x - b.x) + 1,
+                   std::abs(a.y - b.y) + 1};
+    EXPECT_TRUE(a.x == b.x || a.y == b.y) << i;
+    EXPECT_FALSE(way.intersects(box("Line")->bounds())) << i;
+    EXPECT_FALSE(way.intersects(box("Above")->bounds())) << i;
+  }
+}
+
 TEST_F(RefactoringTest, selectedClassesAreMergedIntoANewOne) {
   addClass("Base");
   addClass("Hidden", "COM::Builtin");
@@ -322,7 +344,13 @@ TEST_F(RefactoringTest, selectedClassesAreMergedIntoANewOne) {
   EXPECT_EQ(rows("Line", 0), std::vector<std::string>{" number:Text"});
   EXPECT_EQ(ends(*find("Generalization", "sub")), "Base>OrderLine");
   EXPECT_EQ(ends(*find("Generalization", "inner")), "OrderLine>OrderLine");
-  EXPECT_EQ(hint, "OrderLine is now its own super class");
+  EXPECT_EQ(hint,
+            "1 member stayed behind: the new class has one of that name; OrderLine now inherits "
+            "from itself");
+  canvas.PointerMove(-5000, -5000);
+  EXPECT_NE(hint, "") << "a notice outlives the pointer's next move";
+  EXPECT_EQ(canvas.selection().nodes().size(), 1U);
+  EXPECT_EQ(canvas.selection().nodes().front()->text(), "OrderLine") << "the result is selected";
   EXPECT_EQ(ends(*find("Aggregation", "r")), "OrderLine>OrderLine");
   EXPECT_EQ(ends(*find("Association", "unseen")), "Hidden>OrderLine") << "moved, though not drawn";
   EXPECT_EQ(line("sub")->source()->text(), "OrderLine");
@@ -337,11 +365,46 @@ TEST_F(RefactoringTest, selectedClassesAreMergedIntoANewOne) {
   EXPECT_EQ(test::checkAgreement(*editor), "");
 }
 
+TEST_F(RefactoringTest, whatIsBeingEditedIsWrittenFirst) {
+  editor->EditClass("Order");
+  const auto pane = editor->CLSClassControl1();
+  pane->AttributeName()->SetText("pending");
+  canvas.NodeRenaming("Order");
+  editor->ClassName()->SetText("Purchase");
+  answerForm({{"ClassName", "SetText", "Other"}, {"AllAttributes", "Click"}, {"Ok", "Click"}});
+  editor->SplitClass("Order", false);
+  EXPECT_EQ(form->get("Caption").string(), "Split class Purchase");
+  ASSERT_TRUE(named("Other"));
+  EXPECT_EQ(named("Other")->GetProperty("Description").text(), "superclass of Purchase");
+  EXPECT_FALSE(editor->ClassName()->Visible());
+  EXPECT_EQ(pane->Class()->name(), "Other") << "the pane goes on to the result";
+}
+
+TEST_F(RefactoringTest, aClassThatLeftTheModelIsNotRefactored) {
+  const auto deletes = editor->ClassCreated.connect([this](const std::string&) {
+    if (count("Class") > 2) editor->DeleteClass("Order");
+  });
+  answerForm({{"ClassName", "SetText", "Other"}, {"AllAttributes", "Click"}, {"Ok", "Click"}});
+  editor->SplitClass("Order", true);
+  EXPECT_EQ(messages, std::vector<std::string>{"Error No: 1000  'The class Order has left the "
+                                               "model'(Module 'CLSEditor' Function "
+                                               "'SplitClass()')"});
+  EXPECT_FALSE(anyBoxesOverlap());
+  EXPECT_EQ(test::checkAgreement(*editor), "");
+  model->DeleteClass("Line");
+  form = nullptr;
+  editor->ExtractAttribute("Line");
+  editor->SplitClass("Line", true);
+  EXPECT_FALSE(form) << "no dialog is run for it";
+  EXPECT_EQ(messages.size(), 3U);
+}
+
 TEST_F(RefactoringTest, aMergeOfNothingMakesAClass) {
   editor->ActiveBar21()->Click("miMorphMerge");
   EXPECT_EQ(count("Class"), 3);
   const auto made = platform::as<Node>(store->MetaNodes("Class")->extension()->Item(3));
   EXPECT_EQ(made->GetProperty("Description").text(), "Merged class from ");
+  EXPECT_EQ(made->name(), "newClass");
   EXPECT_FALSE(anyBoxesOverlap());
 }
 

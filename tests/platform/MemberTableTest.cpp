@@ -19,6 +19,7 @@ class Lamp : public Object {
     out = maybe ? maybe : &other;
     return &other;
   }
+  int Dim() { return 40; }
   Event<int> Switched;
 
   const MemberTable& memberTable() const override {
@@ -28,6 +29,7 @@ class Lamp : public Object {
                                           .method("Switch", &Lamp::Switch)
                                           .optional(1)
                                           .method("Twin", &Lamp::Twin)
+                                          .method("Dim", &Lamp::Dim)
                                           .event("Switched", &Lamp::Switched)
                                           .build();
     return kTable;
@@ -42,6 +44,7 @@ TEST(MemberTable, callsReadsAndWritesByName) {
   lamp->set("Color", "red");
   EXPECT_EQ(lamp->get("Color"), Value("red"));
   EXPECT_EQ(lamp->call("Color"), Value("red"));
+  EXPECT_EQ(lamp->get("Dim"), Value(40)) << "whether a host has it as method or as property";
   EXPECT_EQ(lamp->call("Switch", {true, 2}), Value(true));
   EXPECT_EQ(lamp->call("Switch", {true}), Value(true));
 }
@@ -70,6 +73,7 @@ TEST(MemberTable, refusesWrongCalls) {
   EXPECT_THROW(lamp->call("Color", {1}), CallError);
   EXPECT_THROW(lamp->set("Count", 3), CallError);
   EXPECT_THROW(lamp->get("Switched"), CallError);
+  EXPECT_THROW(lamp->get("Twin"), CallError);
 }
 
 TEST(MemberTable, tellsEventsByName) {

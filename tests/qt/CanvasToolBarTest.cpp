@@ -178,23 +178,23 @@ TEST(CanvasToolBar, followsButtonsOfTheHost) {
 /// A host may end the window from inside a click on one of its buttons.
 TEST(CanvasToolBar, outlivesTheClickThatEndsTheWindow) {
   WindowBench bench;
-  component::DiagramWindow component(bench.registry);
-  FormWindow window(component);
-  component.Create("ending", nullptr);
-  component.PopUp(false);
+  const auto ending = platform::make<component::DiagramWindow>(bench.registry);
+  FormWindow window(*ending, FormWindow::Modal::returns);
+  ending->Create("ending", nullptr);
+  ending->PopUp(false);
   EXPECT_TRUE(window.isVisible());
   EditorWidget* editor = window.findChild<EditorWidget*>();
   int clicks = 0;
-  const auto connection = component.form()->Editor()->ToolbarButton.connect([&](const auto&) {
+  const auto connection = ending->form()->Editor()->ToolbarButton.connect([&](const auto&) {
     ++clicks;
-    component.Destroy();
+    ending->Destroy();
   });
   editor->action("ZoomIn")->trigger();
   EXPECT_EQ(clicks, 1);
   EXPECT_FALSE(window.isVisible());
   QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
   EXPECT_EQ(window.findChild<EditorWidget*>(), nullptr);
-  component.Create("again", nullptr);
+  ending->Create("again", nullptr);
   EXPECT_NE(window.findChild<EditorWidget*>(), nullptr);
 }
 

@@ -5,6 +5,8 @@
 #include <QPalette>
 #include <QPlainTextEdit>
 #include <QTabBar>
+#include <QTextCursor>
+#include <cstdlib>
 
 #include <gtest/gtest.h>
 
@@ -13,6 +15,7 @@
 #include "controls/ToolBarControl.h"
 #include "editors/frmClass.h"
 #include "qt/ClassPane.h"
+#include "qt/HelpWindow.h"
 #include "qt/NameBox.h"
 #include "qt/PopupMenu.h"
 #include "qt/TemplateWindow.h"
@@ -217,6 +220,26 @@ TEST(Looks, ofTheEditors) {
   QApplication::setPalette(before);
 }
 
+/// The page has the colours of the desktop, its pictures the whiteness of paper.
+TEST(Looks, ofTheHelp) {
+  const QPalette before = QApplication::palette();
+  for (const bool dark : {false, true}) {
+    QApplication::setPalette(dark ? darkPalette() : before);
+    HelpWindow window(BRISEL_BINARY_DIR "/share/brisel/help");
+    window.resize(760, 1400);
+    window.showPage("UML class diagram.html");
+    QApplication::processEvents();
+    const QImage picture = window.grab().toImage();
+    keep(picture, dark ? "help-dark" : "help-light");
+    const int ground = brightness(picture, QRect(2, 2, 10, 10));
+    EXPECT_EQ(ground < 100, dark);
+    const QTextCursor link = window.document()->find("Drawing");
+    const int ink = qGray(link.charFormat().foreground().color().rgb());
+    EXPECT_GT(std::abs(ink - ground), 110) << "links can be read";
+  }
+  QApplication::setPalette(before);
+}
+
 /// The template editor on a real model: whole, with a fault, and on a few classes.
 TEST(Looks, ofTheTemplateEditor) {
   WindowBench bench;
@@ -231,7 +254,7 @@ TEST(Looks, ofTheTemplateEditor) {
   const QPalette before = QApplication::palette();
   for (const bool dark : {false, true}) {
     QApplication::setPalette(dark ? darkPalette() : before);
-    TemplateWindow window(tool);
+    TemplateWindow window(held);
     window.show();
     const auto picture = [&](const char* name) {
       EXPECT_TRUE(WindowBench::waitFor([&] { return window.isSettled(); }));

@@ -4,6 +4,7 @@
 #include <QImage>
 #include <QMenu>
 #include <QMimeData>
+#include <QProgressDialog>
 #include <QTimer>
 
 #include <gtest/gtest.h>
@@ -71,6 +72,31 @@ TEST(QtShell, marksGreysAndLimitsTools) {
   QMenu circle;
   fillMenu(circle, *bar, "tbCircle");
   EXPECT_EQ(circle.actions().size(), 1) << "a band that opens itself comes to an end";
+}
+
+TEST(QtShell, showsHowFarALayoutIsAndStopsIt) {
+  const WindowBench bench;
+  bench.drawSample();
+  auto& canvas = bench.window->editor().view().control();
+  const auto places = [&] {
+    return std::pair(canvas.scene().node("order")->bounds(), canvas.scene().node("line")->bounds());
+  };
+  canvas.Layout("MATRIX");
+  const auto before = places();
+  canvas.patience(std::chrono::milliseconds(0));
+  bool shown = false;
+  QTimer::singleShot(0, [&] {
+    auto* dialog = qobject_cast<QProgressDialog*>(QApplication::activeModalWidget());
+    ASSERT_NE(dialog, nullptr);
+    shown = dialog->isVisible() && dialog->labelText() == "Laying out the diagram";
+    dialog->findChild<QAbstractButton*>()->click();
+  });
+  canvas.Layout("%HIERARCHY%");
+  EXPECT_TRUE(shown);
+  EXPECT_EQ(places(), before);
+  EXPECT_EQ(QApplication::activeModalWidget(), nullptr) << "the dialog is gone";
+  canvas.Layout("%HIERARCHY%");
+  EXPECT_NE(places(), before) << "one cancelled layout cancels no other";
 }
 
 TEST(QtShell, popsUpAtTheMouseAndGivesTheKeyboardBack) {

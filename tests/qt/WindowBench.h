@@ -84,6 +84,8 @@ struct WindowBench {
     registry.installationFolder(BRISEL_BINARY_DIR "/share/brisel");
     document = std::make_unique<component::Document>(registry);
     window = std::make_unique<qt::MainWindow>(*document, shell);
+    // What a window asks for another one it does itself here.
+    opened = window->OpenAsked.connect([this](const auto& file) { window->openFiles({file}); });
     window->resize(1100, 800);
     window->show();
     QApplication::processEvents();
@@ -172,6 +174,7 @@ struct WindowBench {
   platform::ComponentRegistry registry;
   std::unique_ptr<component::Document> document;
   std::unique_ptr<qt::MainWindow> window;
+  platform::Connection opened;
 };
 
 }  // namespace brisel::test

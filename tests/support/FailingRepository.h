@@ -5,22 +5,29 @@
 
 namespace brisel::test {
 
-/// A repository that hands everything on to another one until a call is to fail: a fault that the
-/// real store does not produce.
+/// A repository that hands everything on to another one until it is to fail: when it is called, or
+/// after it made a change, of a property too. Faults that the real store does not produce.
 class FailingRepository : public platform::MetaRepository {
  public:
   template <class T>
   using Ref = platform::Ref<T>;
   using Text = std::string_view;
 
-  explicit FailingRepository(Ref<platform::MetaRepository> real) : m_real(std::move(real)) {}
+  enum class When { called, changed };
 
-  /// The call of that number from now on fails, once; 0 for none.
-  void failAt(std::int64_t call) {
-    m_calls = 0;
-    m_failing = call;
+  explicit FailingRepository(Ref<platform::MetaRepository> real)
+      : m_real(std::move(real)), m_listening(m_real->onChange([this](const platform::Change&) {
+          count(When::changed);
+        })) {}
+
+  /// The call, or change, of that number from now on fails, once; 0 for none.
+  void failAt(When when, std::int64_t number) {
+    m_when = when;
+    m_chances = 0;
+    m_failing = number;
   }
-  [[nodiscard]] std::int64_t calls() const { return m_calls; }
+  /// How many there were since.
+  [[nodiscard]] std::int64_t chances() const { return m_chances; }
 
   void Init() override { m_real->Init(); }
   [[nodiscard]] Ref<platform::MetaType> MetaNodes(Text type) const override {
@@ -53,13 +60,15 @@ class FailingRepository : public platform::MetaRepository {
   [[nodiscard]] std::uint64_t changeCount() const override { return m_real->changeCount(); }
 
  private:
-  void count() const {
-    if (++m_calls != m_failing) return;
+  void count(When when = When::called) const {
+    if (when != m_when || ++m_chances != m_failing) return;
     throw platform::Error(platform::ErrorNumber::invalidCall, "The repository fails");
   }
 
   Ref<platform::MetaRepository> m_real;
-  mutable std::int64_t m_calls = 0;
+  platform::Connection m_listening;
+  When m_when = When::called;
+  mutable std::int64_t m_chances = 0;
   std::int64_t m_failing = 0;
 };
 

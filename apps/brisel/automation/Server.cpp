@@ -129,13 +129,6 @@ std::size_t outArguments(const Object& object, std::string_view name, bool hasAr
   return readsProperty ? 0 : method->outArguments;
 }
 
-/// A method without arguments may be read like a property.
-bool readsByCall(const Object& object, std::string_view name) {
-  const auto& table = object.memberTable();
-  const Member* method = table.find(name, Member::Kind::method);
-  return method && method->arguments == 0 && !table.find(name, Member::Kind::property);
-}
-
 std::string_view kindText(Member::Kind kind) {
   switch (kind) {
     case Member::Kind::method:
@@ -274,9 +267,7 @@ std::string Server::invoke(const Params& params) {
 std::string Server::get(const Params& params) {
   const Ref<Object> object = m_values.readObject(params.need("object"));
   const std::string_view member = params.text("member");
-  const Value value = guarded(member, [&] {
-    return readsByCall(*object, member) ? object->call(member) : object->get(member);
-  });
+  const Value value = guarded(member, [&] { return object->get(member); });
   std::string result;
   m_values.write(value, result);
   return result;

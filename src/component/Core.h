@@ -1,0 +1,27 @@
+#pragma once
+
+/// Everything that a program needs to use the components, with or without windows.
+
+#include "canvas/DiagramControl.h"
+#include "canvas/SvgExport.h"
+#include "component/AutomaticShell.h"
+#include "component/DiagramWindow.h"
+#include "component/HostObject.h"
+#include "component/ModelFile.h"
+#include "component/Suite.h"
+#include "editor/CLSEditor.h"
+#include "editors/CLSAssociationControl.h"
+#include "editors/CLSClassControl.h"
+#include "editors/CLSSelectStereotype.h"
+#include "interchange/DIMExport.h"
+#include "interchange/DIMImport.h"
+#include "platform/ComponentRegistry.h"
+#include "platform/Error.h"
+#include "platform/MemberTableOf.h"
+#include "platform/Repository.h"
+#include "platform/Shell.h"
+#include "repository/Association.h"
+#include "repository/CLSRepository.h"
+#include "repository/Class.h"
+#include "repository/NewModel.h"
+#include "repository/ViewDefaults.h"

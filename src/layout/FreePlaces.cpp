@@ -1,0 +1,187 @@
+#include "layout/FreePlaces.h"
+
+#include <algorithm>
+#include <cmath>
+#include <set>
+#include <utility>
+
+#include "layout/LayerGraph.h"
+#include "layout/Occupied.h"
+#include "layout/StraightLines.h"
+#include "platform/Error.h"
+
+namespace brisel::layout {
+namespace {
+
+double meanSide(const std::vector<Rect>& rects) {
+  double sum = 0;
+  for (const Rect& rect : rects) sum += std::max(rect.width, rect.height);
+  return rects.empty() ? 1 : sum / static_cast<double>(rects.size());
+}
+
+class Placer {
+ public:
+  Placer(const Graph& graph, const std::vector<std::optional<Point>>& places,
+         const Spacing& spacing)
+      : m_graph(graph),
+        m_spacing(spacing),
+        m_places(places),
+        m_occupied(2 * meanOf(graph)),
+        m_edges(makeAdjacency(count(graph.boxes),
+                              [&](auto&& add) {
+                                for (int i = 0; i < count(graph.edges); ++i) {
+                                  if (graph.edges[i].source == graph.edges[i].target) continue;
+                                  add(static_cast<int>(graph.edges[i].source), i);
+                                  add(static_cast<int>(graph.edges[i].target), i);
+                                }
+                              })),
+        m_neighbours(graph.boxes.size(), 0) {}
+
+  std::vector<Point> run() {
+    for (int box = 0; box < count(m_graph.boxes); ++box) {
+      if (m_places[box]) settle(box);
+    }
+    while (!m_waiting.empty()) {
+      const int box = m_waiting.begin()->second;
+      m_waiting.erase(m_waiting.begin());
+      m_places[box] = placeFor(box);
+      if (m_places[box]) settle(box);
+    }
+    placeRest();
+    std::vector<Point> result;
+    for (const auto& place : m_places) result.push_back(*place);
+    return result;
+  }
+
+ private:
+  static double meanOf(const Graph& graph) {
+    std::vector<Rect> rects;
+    for (const Size& size : graph.boxes) rects.push_back({0, 0, size.width, size.height});
+    return meanSide(rects);
+  }
+  [[nodiscard]] Rect rectOf(int box) const {
+    const Point at = *m_places[box];
+    return {at.x, at.y, m_graph.boxes[box].width, m_graph.boxes[box].height};
+  }
+
+  /// The box has its place: its neighbours without one come nearer to theirs.
+  void settle(int box) {
+    m_occupied.add(rectOf(box));
+    for (const int i : m_edges.of(box)) {
+      const int other = otherEnd(i, box);
+      if (m_places[other]) continue;
+      m_waiting.erase({-m_neighbours[other], other});
+      m_waiting.insert({-++m_neighbours[other], other});
+    }
+  }
+  [[nodiscard]] int otherEnd(int edge, int box) const {
+    const Edge& e = m_graph.edges[edge];
+    return static_cast<int>(static_cast<int>(e.source) == box ? e.target : e.source);
+  }
+
+  /// Where the corner would be best, seen from the neighbours that have a place.
+  [[nodiscard]] std::vector<Point> wishes(int box) const {
+    const Size size = m_graph.boxes[box];
+    Point family;
+    Point middle;
+    double relatives = 0;
+    double friends = 0;
+    Rect last;
+    for (const int i : m_edges.of(box)) {
+      const int other = otherEnd(i, box);
+      if (!m_places[other]) continue;
+      last = rectOf(other);
+      middle = middle + last.center();
+      ++friends;
+      if (m_graph.edges[i].kind < EdgeKind::generalization) continue;
+      const bool isSub = static_cast<int>(m_graph.edges[i].source) == box;
+      family = family + Point{last.center().x - size.width / 2,
+                              isSub ? last.bottom() + m_spacing.layer
+                                    : last.top - m_spacing.layer - size.height};
+      ++relatives;
+    }
+    if (relatives > 0) return {family * (1 / relatives)};
+    if (friends > 1) {
+      middle = middle * (1 / friends);
+      return {{middle.x - size.width / 2, middle.y - size.height / 2}};
+    }
+    const Point centred = last.center() - Point{size.width / 2, size.height / 2};
+    return {{last.right() + m_spacing.node, centred.y},
+            {centred.x, last.bottom() + m_spacing.layer},
+            {last.left - m_spacing.node - size.width, centred.y},
+            {centred.x, last.top - m_spacing.layer - size.height}};
+  }
+
+  /// Nothing when it would take too long to find one: then the box goes below everything.
+  [[nodiscard]] std::optional<Point> placeFor(int box) {
+    const Size size = m_graph.boxes[box];
+    std::optional<Point> best;
+    double least = INFINITY;
+    for (const Point wish : wishes(box)) {
+      const auto shift = m_occupied.nearestFree({{wish.x, wish.y, size.width, size.height}},
+                                                m_spacing.node / 2, m_budget);
+      if (!shift || std::hypot(shift->x, shift->y) >= least) continue;
+      least = std::hypot(shift->x, shift->y);
+      best = wish + *shift;
+      if (least == 0) break;
+    }
+    return best;
+  }
+
+  /// Boxes that nothing joins to what stands, and those for which no place was found.
+  void placeRest() {
+    std::vector<int> rest;
+    std::vector<int> numberOf(m_graph.boxes.size(), -1);
+    Graph graph;
+    for (int box = 0; box < count(m_graph.boxes); ++box) {
+      if (m_places[box]) continue;
+      numberOf[box] = count(rest);
+      rest.push_back(box);
+      graph.boxes.push_back(m_graph.boxes[box]);
+    }
+    for (const Edge& edge : m_graph.edges) {
+      if (numberOf[edge.source] < 0 || numberOf[edge.target] < 0) continue;
+      graph.edges.push_back({static_cast<std::size_t>(numberOf[edge.source]),
+                             static_cast<std::size_t>(numberOf[edge.target]), edge.kind});
+    }
+    const Drawing drawing = layered(graph, m_spacing);
+    const Point corner = m_occupied.empty() ? Point{}
+                                            : Point{m_occupied.extent().left,
+                                                    m_occupied.extent().bottom() + m_spacing.layer};
+    for (int i = 0; i < count(rest); ++i) m_places[rest[i]] = drawing.positions[i] + corner;
+  }
+
+  const Graph& m_graph;
+  const Spacing& m_spacing;
+  std::vector<std::optional<Point>> m_places;
+  Occupied m_occupied;
+  Adjacency m_edges;
+  std::int64_t m_budget = 300'000;
+  std::vector<int> m_neighbours;            ///< of each box, those that have a place
+  std::set<std::pair<int, int>> m_waiting;  ///< boxes with such, those with most of them first
+};
+
+}  // namespace
+
+Point clearShift(const std::vector<Rect>& moving, const std::vector<Rect>& standing, double gap) {
+  if (moving.empty()) return {};
+  Occupied occupied(2 * meanSide(standing));
+  for (const Rect& rect : standing) occupied.add(rect);
+  std::int64_t budget = 300'000;
+  if (const auto shift = occupied.nearestFree(moving, gap, budget)) return *shift;
+  Rect block = moving.front();
+  for (const Rect& rect : moving) block = Occupied::around(block, rect);
+  return {std::ceil(occupied.extent().right() + gap - block.left), 0};
+}
+
+std::vector<Point> placedAmong(const Graph& graph,
+                               const std::vector<std::optional<Point>>& standing,
+                               const Spacing& spacing) {
+  const Graph input = checked(graph);
+  if (standing.size() != graph.boxes.size()) {
+    throw platform::Error(platform::ErrorNumber::invalidCall, "Each box needs its place or none.");
+  }
+  return Placer(input, standing, checked(spacing)).run();
+}
+
+}  // namespace brisel::layout

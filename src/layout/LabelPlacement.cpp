@@ -1,0 +1,232 @@
+#include "layout/LabelPlacement.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <compare>
+
+#include "layout/Segments.h"
+
+namespace brisel::layout {
+namespace {
+
+using platform::Point;
+using platform::Rect;
+using platform::Size;
+
+double lengthOf(Point way) { return std::hypot(way.x, way.y); }
+
+Rect around(Point middle, Size size) {
+  return {middle.x - size.width / 2, middle.y - size.height / 2, size.width, size.height};
+}
+
+/// A place on a line, with the direction that the line has there.
+struct Anchor {
+  Point at;
+  Point along;
+  double share;  ///< of the length of the line before it
+};
+
+/// How long a line in this direction runs under a label.
+double reach(Point along, Size size) {
+  return std::abs(along.x) * size.width + std::abs(along.y) * size.height;
+}
+
+class Course {
+ public:
+  explicit Course(const std::vector<Point>& points) : m_points(points) {
+    for (std::size_t i = 1; i < points.size(); ++i) m_length += lengthOf(points[i] - points[i - 1]);
+  }
+
+  [[nodiscard]] double length() const { return m_length; }
+  [[nodiscard]] Anchor at(double share) const {
+    double left = m_length * share;
+    for (std::size_t i = 1; i < m_points.size(); ++i) {
+      const Point way = m_points[i] - m_points[i - 1];
+      const double piece = lengthOf(way);
+      if (piece > 0 && left <= piece) {
+        return {m_points[i - 1] + way * (left / piece), way * (1 / piece), share};
+      }
+      left -= piece;
+    }
+    return {m_points.front(), {1, 0}, share};
+  }
+
+  /// The middles of the pieces on which a label leaves some line to be seen at either side, the
+  /// nearest to the share first.
+  [[nodiscard]] std::vector<Anchor> middles(Size label, double share, double seen) const {
+    std::vector<Anchor> anchors;
+    double before = 0;
+    for (std::size_t i = 1; i < m_points.size(); ++i) {
+      const Point way = m_points[i] - m_points[i - 1];
+      const double piece = lengthOf(way);
+      if (piece > 0 && piece >= reach(way * (1 / piece), label) + 2 * seen) {
+        anchors.push_back(
+            {m_points[i - 1] + way * 0.5, way * (1 / piece), (before + piece / 2) / m_length});
+      }
+      before += piece;
+    }
+    std::stable_sort(anchors.begin(), anchors.end(), [&](const Anchor& a, const Anchor& b) {
+      return std::abs(a.share - share) < std::abs(b.share - share);
+    });
+    return anchors;
+  }
+
+ private:
+  const std::vector<Point>& m_points;
+  double m_length = 0;
+};
+
+/// At either side of the line, so far away from it.
+void addAside(const Anchor& anchor, Size size, double gap, std::vector<LabelCandidate>& found) {
+  // Above first, or to the right of a line that runs upright.
+  Point normal{-anchor.along.y, anchor.along.x};
+  if (normal.y > 1e-9 || (std::abs(normal.y) <= 1e-9 && normal.x < 0)) normal = normal * -1;
+  const double away = reach(normal, size) / 2 + gap;
+  found.push_back({around(anchor.at + normal * away, size)});
+  found.push_back({around(anchor.at - normal * away, size)});
+}
+
+/// On the line, then at its sides.
+void addAround(const Anchor& anchor, Size size, double gap, std::vector<LabelCandidate>& found) {
+  found.push_back({around(anchor.at, size), true});
+  addAside(anchor, size, gap, found);
+}
+
+/// Beside the line, further and further from its first point, but nearer to that than to the last.
+void addAlong(const std::vector<Point>& course, Size size, const LabelGaps& gaps,
+              std::vector<LabelCandidate>& found) {
+  constexpr int kSteps = 8;
+  constexpr double kNearer = 0.4;
+  const Course whole(course);
+  double at = gaps.box + size.height * 1.5 + gaps.clear;
+  for (int k = 0; k < kSteps && at < kNearer * whole.length(); ++k) {
+    const Anchor anchor = whole.at(at / whole.length());
+    addAside(anchor, size, gaps.line, found);
+    at += size.height + 2 * gaps.clear;
+  }
+}
+
+/// How far two areas lie over each other, as a whole number: sums do not depend on the order.
+double overlap(const Rect& a, const Rect& b) {
+  const double width = std::min(a.right(), b.right()) - std::max(a.left, b.left);
+  const double height = std::min(a.bottom(), b.bottom()) - std::max(a.top, b.top);
+  return width > 0 && height > 0 ? std::ceil(width * height) : 0;
+}
+
+struct Badness {
+  double over = 0;
+  int crossed = 0;
+  friend auto operator<=>(const Badness&, const Badness&) = default;
+};
+
+}  // namespace
+
+std::vector<LabelCandidate> nameCandidates(const std::vector<Point>& course, Size size,
+                                           double share, const LabelGaps& gaps) {
+  constexpr std::size_t kMostPieces = 6;
+  constexpr std::array kAside = {0.0, -0.12, 0.12, -0.24, 0.24, -0.36, 0.36};
+  constexpr double kNearestToEnd = 0.1;
+  constexpr std::array kAway = {1.5, 3.0, 5.0, 8.0};  // in heights of the label
+  const Course whole(course);
+  std::vector<LabelCandidate> found;
+  if (course.size() > 2) {
+    auto middles = whole.middles(size, share, 2 * gaps.line);
+    if (middles.size() > kMostPieces) middles.resize(kMostPieces);
+    for (const Anchor& anchor : middles) addAround(anchor, size, gaps.beside, found);
+  }
+  for (const double aside : kAside) {
+    const double at = share + aside;
+    if (aside != 0 && (at < kNearestToEnd || at > 1 - kNearestToEnd)) continue;
+    addAround(whole.at(at), size, gaps.beside, found);
+  }
+  for (const double away : kAway) addAside(whole.at(share), size, away * size.height, found);
+  return found;
+}
+
+std::vector<LabelCandidate> endCandidates(const Rect& box, const std::vector<Point>& course,
+                                          Size size, const LabelGaps& gaps) {
+  const Point end = course[0];
+  const Point next = course[1];
+  const Point middle = box.center();
+  const bool onRight = end.x >= box.right();
+  const bool onLeft = end.x <= box.left;
+  const bool upright = !onLeft && !onRight;
+  // Beside a line that leaves straight, the text stands towards the nearer corner of the box: out
+  // of the way of the next line's.
+  const bool low = upright ? next.x > end.x || (next.x == end.x && end.x < middle.x)
+                           : !(next.y < end.y || (next.y == end.y && end.y > middle.y));
+  std::vector<LabelCandidate> found;
+  for (const bool before : {low, !low}) {
+    Rect area{0, 0, size.width, size.height};
+    if (upright) {
+      area.top = end.y <= box.top ? end.y - gaps.box - size.height : end.y + gaps.box;
+      area.left = before ? end.x - gaps.line - size.width : end.x + gaps.line;
+    } else {
+      area.left = onRight ? end.x + gaps.box : end.x - gaps.box - size.width;
+      area.top = before ? end.y - gaps.line - size.height : end.y + gaps.line;
+    }
+    found.push_back({area});
+  }
+  addAlong(course, size, gaps, found);
+  // Past the corners of a box that stands too near on the other side.
+  const std::array<Rect, 2> beside{found[0].area, found[1].area};
+  for (const double share : upright ? std::array{0.3, 0.6, 0.9} : std::array{1.5, 3.0, 5.0}) {
+    for (std::size_t i = 0; i < beside.size(); ++i) {
+      const double sign = (i == 0) == low ? -1 : 1;
+      const Point by =
+          upright ? Point{sign * share * size.width, 0} : Point{0, sign * share * size.height};
+      found.push_back({beside[i].movedBy(by)});
+    }
+  }
+  return found;
+}
+
+PlacedLabel bestOf(const std::vector<LabelCandidate>& candidates, const std::vector<Point>& course,
+                   const LabelSurroundings& around, const LabelGaps& gaps) {
+  /// Asking once around all candidates is worth it when they lie near each other.
+  constexpr double kNear = 12'000;
+  LabelObstacles obstacles;
+  const auto ask = [&](const Rect& area) {
+    obstacles.solid.clear();
+    obstacles.pieces.clear();
+    around(area, obstacles);
+  };
+  constexpr int kCrowd = 6;
+  bool crowded = false;
+  const auto badnessOf = [&](const LabelCandidate& candidate, const Rect& area) {
+    Badness badness;
+    for (const Rect& solid : obstacles.solid) badness.over += overlap(area, solid);
+    if (crowded) return badness;
+    for (const auto& piece : obstacles.pieces) {
+      badness.crossed += crosses(piece.from, piece.to, area);
+    }
+    for (std::size_t i = 1; !candidate.onLine && i < course.size(); ++i) {
+      badness.crossed += crosses(course[i - 1], course[i], candidate.area);
+    }
+    return badness;
+  };
+  const Rect first = candidates.front().area.grownBy(gaps.clear);
+  ask(first);
+  PlacedLabel placed{candidates.front().area, first};
+  Badness least = badnessOf(candidates.front(), first);
+  crowded = least.crossed > kCrowd;
+  if (crowded) least.crossed = 0;
+  if (least == Badness()) return placed;
+  Rect all;
+  for (const LabelCandidate& one : candidates) all = all.united(one.area.grownBy(gaps.clear));
+  const bool once = std::max(all.width, all.height) <= kNear;
+  if (once) ask(all);
+  for (std::size_t i = 1; i < candidates.size() && least != Badness(); ++i) {
+    const Rect area = candidates[i].area.grownBy(gaps.clear);
+    placed.examined = placed.examined.united(area);
+    if (!once) ask(area);
+    const Badness badness = badnessOf(candidates[i], area);
+    if (badness >= least) continue;
+    least = badness;
+    placed.area = candidates[i].area;
+  }
+  return placed;
+}
+
+}  // namespace brisel::layout
