@@ -365,7 +365,10 @@ void TemplateWindow::saveAs() {
       QInputDialog::getText(this, tr("Save As"), tr("Name of the template:"), QLineEdit::Normal,
                             toQt(m_tool->templateName()), &isChosen);
   if (!isChosen) return;
-  attempt([&] { say(tr("Saved to %1").arg(toQt(m_tool->SaveAs(fromQt(name))))); });
+  attempt([&] {
+    const QString path = toQt(m_tool->SaveAs(fromQt(name)));
+    if (!path.isEmpty()) say(tr("Saved to %1").arg(path));
+  });
 }
 
 void TemplateWindow::chooseFolder() {

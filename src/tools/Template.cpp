@@ -125,6 +125,16 @@ std::string Template::SaveAs(std::string_view name) {
   const std::string trimmed(platform::trimmed(name));
   if (trimmed.empty()) throw Error(ErrorNumber::invalidCall, "A template needs a name");
   const std::string path = m_folder.pathToSave(trimmed);
+  const std::string file = std::filesystem::path(path).filename().string();
+  const auto known = m_folder.list();
+  if (file != m_name && std::find(known.begin(), known.end(), file) != known.end()) {
+    const std::string answer =
+        m_registry.shell().showMessage({"Brisel",
+                                        "There is a template " + file + ". Replace it?",
+                                        {"Cancel", "Replace"},
+                                        platform::MessageIcon::warning});
+    if (answer != "Replace") return {};
+  }
   writeTextFile(path, m_text);
   m_savedText = m_text;
   const bool isPath = platform::nativePath(trimmed).find('/') != std::string::npos;
@@ -141,8 +151,7 @@ bool Template::MayClose() {
                                       {"Save", "Discard", "Cancel"},
                                       platform::MessageIcon::question});
   if (answer == "Cancel") return false;
-  if (answer == "Save") Save();
-  return true;
+  return answer != "Save" || !Save().empty();
 }
 
 CodeModel& Template::model() {

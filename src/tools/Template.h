@@ -57,7 +57,8 @@ class Template : public platform::Object {
   [[nodiscard]] std::string Text() const { return m_text; }
   void Text(std::string_view text);
   [[nodiscard]] bool Modified() const { return m_text != m_savedText; }
-  /// Returns the path that it was saved to.
+  /// Returns the path that it was saved to. Another template of the name is not replaced without a
+  /// question; empty when the answer was "Cancel".
   std::string Save() { return SaveAs(m_name); }
   std::string SaveAs(std::string_view name);
   /// Asks before changes are lost, and saves them when that is the answer. False for "Cancel".

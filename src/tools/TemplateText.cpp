@@ -8,7 +8,6 @@ namespace brisel::tools {
 
 namespace {
 
-constexpr std::string_view kOpen = "{{";
 constexpr std::string_view kKinds = "#^/!>=&";
 
 /// The whole line around a tag that stands alone on it, with its line break; an empty range with
@@ -30,19 +29,33 @@ Range lineAround(std::string_view text, const TemplateTag& tag) {
   return {begin, std::min(end + 1, text.size())};
 }
 
+/// Reads "<% %>=", what stands behind the "=" of a tag that sets delimiters; false for anything
+/// else.
+bool setDelimiters(std::string_view content, std::string& open, std::string& close) {
+  if (!content.ends_with('=')) return false;
+  content = platform::trimmed(content.substr(0, content.size() - 1));
+  const auto blank = content.find(' ');
+  if (blank == std::string_view::npos || blank == 0) return false;
+  open = content.substr(0, blank);
+  close = platform::trimmed(content.substr(blank));
+  return true;
+}
+
 }  // namespace
 
 std::vector<TemplateTag> tagsOf(std::string_view text) {
   std::vector<TemplateTag> tags;
-  for (std::size_t at = text.find(kOpen); at != std::string_view::npos; at = text.find(kOpen, at)) {
-    const bool isTriple = text.substr(at + kOpen.size(), 1) == "{";
-    const std::string_view close = isTriple ? "}}}" : "}}";
-    const std::size_t start = at + close.size();
-    const auto end = text.find(close, start);
+  std::string open = "{{";
+  std::string close = "}}";
+  for (std::size_t at = text.find(open); at != std::string_view::npos; at = text.find(open, at)) {
+    const bool isTriple = open == "{{" && text.substr(at + open.size(), 1) == "{";
+    const std::string closing = isTriple ? "}}}" : close;
+    const std::size_t start = at + open.size() + (isTriple ? 1 : 0);
+    const auto end = text.find(closing, start);
     if (end == std::string_view::npos) break;
     TemplateTag tag;
     tag.begin = at;
-    tag.end = end + close.size();
+    tag.end = end + closing.size();
     std::string_view content = platform::trimmed(text.substr(start, end - start));
     if (isTriple) tag.kind = '&';
     if (!isTriple && !content.empty() && kKinds.find(content[0]) != std::string_view::npos) {
@@ -52,7 +65,7 @@ std::vector<TemplateTag> tagsOf(std::string_view text) {
     tag.name = content;
     at = tag.end;
     tags.push_back(std::move(tag));
-    if (tags.back().kind == '=') break;
+    if (tags.back().kind == '=' && !setDelimiters(content, open, close)) break;
   }
   return tags;
 }
@@ -64,7 +77,8 @@ int lineAt(std::string_view text, std::size_t position) {
 
 std::vector<TemplatePart> partsOf(std::string_view text) {
   const std::vector<TemplateTag> tags = tagsOf(text);
-  if (!tags.empty() && tags.back().kind == '=') return {{{}, std::string(text), 1}};
+  const auto setsDelimiters = [](const TemplateTag& tag) { return tag.kind == '='; };
+  if (std::any_of(tags.begin(), tags.end(), setsDelimiters)) return {{{}, std::string(text), 1}};
   std::vector<TemplatePart> parts;
   std::size_t done = 0;
   const auto add = [&](const std::string& section, std::size_t begin, std::size_t end) {

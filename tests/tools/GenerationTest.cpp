@@ -1,5 +1,6 @@
 // The template language over a model: what is shown, which files come out, which faults are told.
 #include <algorithm>
+#include <random>
 #include <set>
 
 #include "platform/Error.h"
@@ -81,6 +82,68 @@ TEST_F(GenerationTest, TellsLineAndCauseOfFaults) {
   std::string deep;
   for (int i = 0; i < 100000; ++i) deep += "{{#classes}}";
   EXPECT_EQ(output(*model.store, deep), "1: too many sections in sections");
+  deep = "{{=<% %>=}}\n";
+  for (int i = 0; i < 100000; ++i) deep += "<%#classes%>";
+  EXPECT_EQ(output(*model.store, deep), "2: too many sections in sections");
+}
+
+/// Whatever is typed, something comes out or a line is told that is there.
+TEST_F(GenerationTest, StandsAnyText) {
+  const auto check = [this](const std::string& text) {
+    const auto generation = generate(*model.store, text);
+    const auto lines = 1 + std::count(text.begin(), text.end(), '\n');
+    if (!generation->fault()) return;
+    EXPECT_GE(generation->fault()->line, 1) << text;
+    EXPECT_LE(generation->fault()->line, lines) << text;
+    EXPECT_FALSE(generation->fault()->cause.empty()) << text;
+  };
+  const std::string whole = installedTemplate("C++.tml");
+  for (std::size_t i = 0; i < whole.size(); i += 29) {
+    check(whole.substr(0, i));
+    check(whole.substr(i));
+  }
+  const std::vector<std::string> words = {"{{",
+                                          "}}",
+                                          "{{{",
+                                          "}}}",
+                                          "}",
+                                          " ",
+                                          "\n",
+                                          "name",
+                                          ".",
+                                          "#",
+                                          "^",
+                                          "/",
+                                          "!",
+                                          ">",
+                                          "=",
+                                          "&",
+                                          "{{#classes}}",
+                                          "{{/classes}}",
+                                          "\n{{#classes}}\n",
+                                          "\n{{/classes}}\n",
+                                          "{{^bases}}",
+                                          "{{/bases}}",
+                                          "{{.}}",
+                                          "{{name}}",
+                                          "{{=<% %>=}}",
+                                          "<%",
+                                          "%>",
+                                          "{{#file}}a{{/file}}",
+                                          "{{#type.class}}",
+                                          "{{/type.class}}",
+                                          "{{#isFirst}}",
+                                          "{{/isFirst}}",
+                                          "\xFF",
+                                          "{{= =}}"};
+  std::mt19937 random(7);
+  for (int i = 0; i < 20000; ++i) {
+    std::string text;
+    for (int length = static_cast<int>(random() % 12); length >= 0; --length) {
+      text += words[random() % words.size()];
+    }
+    check(text);
+  }
 }
 
 TEST_F(GenerationTest, SplitsTheOutputIntoFiles) {
@@ -127,7 +190,8 @@ TEST_F(GenerationTest, TablesAreAcceptedByADatabase) {
         model.model->MakeAssociation("", std::string("m") + name, "Item", std::string("id") + name);
     many->SetProperty("SourceMultiplicity", "*");
     many->SetProperty("TargetMultiplicity", "1..*");
-    model.model->MakeGeneralization(std::string("general") + name, "Base", std::string("id") + name);
+    model.model->MakeGeneralization(std::string("general") + name, "Base",
+                                    std::string("id") + name);
   }
   const TemporaryFolder folder;
   const auto generation = generate(*model.store, installedTemplate("SQL.tml"));

@@ -100,6 +100,8 @@ TEST_F(TemplateTest, SavesWhereItMay) {
   EXPECT_EQ(tool->get("template"), Value("Mine.tml"));
   EXPECT_FALSE(tool->get("Modified").boolean());
   EXPECT_THROW(tool->call("SaveAs", {" "}), platform::Error);
+  EXPECT_EQ(tool->call("SaveAs", {"Names"}), Value("")) << "another one is not replaced unasked";
+  EXPECT_EQ(tool->get("template"), Value("Mine.tml"));
   tool->set("Text", "again");
   shell->AnswerMessage("Cancel");
   EXPECT_EQ(tool->call("Open", {"Names.tml"}), Value(false));
