@@ -37,8 +37,6 @@ class AutomaticShell : public platform::Shell {
   std::optional<std::string> askSaveFile(const platform::FileDialog& dialog) override;
   /// Nothing pops up: a choice is made by a click on the tool-bar control.
   void showPopup(platform::ToolBarControl& toolBar, std::string_view band) override;
-  /// Nothing is shown: a tool is driven by its members.
-  void showTool(std::string_view, platform::Object&) override {}
   void copy(const std::vector<std::pair<std::string, std::string>>& byKind) override;
   /// Runs a form modally: shows it by its property "Visible", takes the steps that are queued, and
   /// closes it by its "Cancel" button, or else hides it, when they left it open. A step that fails

@@ -146,18 +146,17 @@ bool CLSEditor::present(const std::vector<std::string>& identifiers) {
   for (auto& line : each<platform::DiagramLink>(m_diagram->getSelectedLinks())) {
     line.selected(false);
   }
-  constexpr double kMargin = 300;
   platform::Rect area;
   for (const std::string& key : identifiers) {
     if (const auto box = m_diagram->getNode(key)) {
       box->selected(true);
-      area = area.united(box->bounds().grownBy(kMargin));
+      area = area.united(box->bounds());
     } else if (const auto line = m_diagram->getLink(key)) {
       line->selected(true);
       const auto points = line->ExtraPoints();
       for (std::size_t i = 0; i < static_cast<std::size_t>(points->Count()); ++i) {
         const platform::Point at = points->at(i);
-        area = area.united(platform::Rect{at.x, at.y, 0, 0}.grownBy(kMargin));
+        area = area.united(platform::Rect{at.x, at.y, 0, 0}.grownBy(platform::kTwipsPerPixel));
       }
     }
   }

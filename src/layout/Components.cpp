@@ -80,7 +80,7 @@ Parts partsOf(const Graph& graph, double loopRoom) {
     }
     const bool inherits = isInheritance(edge.kind);
     if (inherits) std::swap(from, to);
-    c.arcs.push_back({from, to, i, inherits, false});
+    c.arcs.push_back({from, to, i, inherits, false, edge.kind});
   }
   return result;
 }

@@ -60,7 +60,8 @@ class Sweeper {
     sweepUntilIdle();
     restoreBest();
     siftUntilIdle();
-    for (int round = 0; round < kMostRestarts && m_least > 0 && hasTime(); ++round) {
+    const int restarts = std::min(kMostRestarts, m_graph.nodes());
+    for (int round = 0; round < restarts && m_least > 0 && hasTime(); ++round) {
       if (round % 2 == 0) {
         restoreBest();
         sweepOnce(true, round % 4 == 0);

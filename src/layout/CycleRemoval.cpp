@@ -155,14 +155,18 @@ void turn(Arc& arc) {
 
 }  // namespace
 
-void removeCycles(Component& component) {
+void breakInheritanceCycles(Component& component) {
   const auto inherits = [](const Arc& arc) { return arc.inheritance; };
   const Ordering inheritance(component, inherits, [](const Arc&) { return false; });
   for (Arc& arc : component.arcs) {
     if (arc.inheritance && inheritance.isBackward(arc)) turn(arc);
   }
+}
+
+void removeCycles(Component& component) {
+  breakInheritanceCycles(component);
   const Ordering all(
-      component, [](const Arc&) { return true; }, inherits);
+      component, [](const Arc&) { return true; }, [](const Arc& arc) { return arc.inheritance; });
   for (Arc& arc : component.arcs) {
     if (all.isBackward(arc)) turn(arc);
   }

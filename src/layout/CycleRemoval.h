@@ -12,4 +12,7 @@ namespace brisel::layout {
 /// under the order that inheritance sets.
 void removeCycles(Component& component);
 
+/// Turns inheritance arcs round so that no circle of inheritance alone remains.
+void breakInheritanceCycles(Component& component);
+
 }  // namespace brisel::layout

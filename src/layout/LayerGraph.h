@@ -3,6 +3,8 @@
 #include <span>
 #include <vector>
 
+#include "layout/Layout.h"
+
 /// The small graph that the steps of the layered layout hand on to each other.
 namespace brisel::layout {
 
@@ -19,6 +21,7 @@ struct Arc {
   int edge;                  ///< index of the edge that it stands for
   bool inheritance = false;  ///< from is the super class
   bool reversed = false;     ///< turned round by the cycle removal
+  EdgeKind kind = EdgeKind::association;
 };
 
 /// Neighbours of every node in one array: those of node n are items[first[n]] to items[first[n+1]].

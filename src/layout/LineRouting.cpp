@@ -1,161 +1,151 @@
 #include "layout/LineRouting.h"
 
 #include <algorithm>
-#include <cmath>
+
+#include "layout/Channel.h"
+#include "layout/Ports.h"
 
 namespace brisel::layout {
 namespace {
 
-using platform::Point;
+/// Appends a point; one that lies on the way is left out.
+void add(std::vector<Point>& points, Point p) {
+  if (!points.empty() && points.back() == p) return;
+  if (points.size() >= 2) {
+    const Point a = points[points.size() - 2];
+    const Point b = points.back();
+    if ((a.x == b.x && b.x == p.x) || (a.y == b.y && b.y == p.y)) points.pop_back();
+  }
+  points.push_back(p);
+}
+
+/// A channel that needs more than so many times the usual room has its tracks closer together.
+constexpr double kRoomyChannel = 4;
 
 class Router {
  public:
-  Router(const Component& component, const LayeredGraph& graph, const Placement& placement,
-         double gap)
+  Router(const Component& component, const LayeredGraph& graph, const std::vector<double>& x,
+         const Spacing& spacing)
       : m_component(component),
         m_graph(graph),
-        m_placement(placement),
-        m_gap(gap),
-        m_start(component.arcs.size()),
-        m_end(component.arcs.size()) {}
+        m_x(x),
+        m_spacing(spacing),
+        m_ports(spreadPorts(component, graph, x, spacing.node)) {}
 
-  std::vector<std::vector<Point>> route() {
-    spreadPorts(true);
-    spreadPorts(false);
-    std::vector<std::vector<Point>> lines(m_component.arcs.size());
-    for (int i = 0; i < count(m_component.arcs); ++i) lines[i] = line(i);
-    return lines;
+  Routing route() {
+    m_routing.lines.resize(m_component.arcs.size());
+    placeLanes();
+    const int rows = count(m_graph.rows);
+    const Adjacency passing = makeAdjacency(rows, [&](auto&& add) {
+      for (int i = 0; i < count(m_component.arcs); ++i) {
+        const Arc& arc = m_component.arcs[i];
+        const int last = m_graph.layer[arc.to] - 1;
+        // An arc that was left out turns in its first and its last channel only.
+        const int step = isLeftOut(i) ? last - m_graph.layer[arc.from] : 1;
+        for (int row = m_graph.layer[arc.from]; row <= last; row += std::max(step, 1)) add(row, i);
+      }
+    });
+    double top = 0;
+    for (int row = 0; row < rows; ++row) {
+      m_routing.rowTop.push_back(top);
+      startLines(row, top);
+      m_routing.bottom = top + rowHeight(row);
+      top = m_routing.bottom + drawChannel(row, passing.of(row));
+    }
+    for (int i = 0; i < count(m_component.arcs); ++i) {
+      add(m_routing.lines[i],
+          {m_ports.end[i], m_routing.rowTop[m_graph.layer[m_component.arcs[i].to]]});
+    }
+    return std::move(m_routing);
   }
 
  private:
-  /// A place at a side of a box where lines meet it: one line, or the inheritance of a super class.
-  struct Port {
-    double wish;
-    std::vector<int> arcs;
-  };
-
-  [[nodiscard]] int bends(const Arc& arc) const {
-    return m_graph.layer[arc.to] - m_graph.layer[arc.from] - 1;
-  }
-  /// The node after the upper end of an arc, or the one before its lower end.
-  [[nodiscard]] int next(int i, bool bottom) const {
+  [[nodiscard]] bool isLeftOut(int i) const {
     const Arc& arc = m_component.arcs[i];
-    const int first = m_graph.firstBend[i];
-    if (bottom) return first < 0 ? arc.to : first;
-    return first < 0 ? arc.from : first + bends(arc) - 1;
+    return m_graph.firstBend[i] < 0 && m_graph.layer[arc.to] - m_graph.layer[arc.from] > 1;
   }
 
-  [[nodiscard]] double boxMiddle(int node) const {
-    return m_placement.x[node] - m_component.room[node] / 2;
-  }
-
-  void spreadPorts(bool bottom) {
-    const Adjacency sides = makeAdjacency(m_component.nodes(), [&](auto&& add) {
-      for (int i = 0; i < count(m_component.arcs); ++i) {
-        add(bottom ? m_component.arcs[i].from : m_component.arcs[i].to, i);
-      }
-    });
-    std::vector<int> arcs;
-    for (int node = 0; node < m_component.nodes(); ++node) {
-      const auto own = sides.of(node);
-      arcs.assign(own.begin(), own.end());
-      std::stable_sort(arcs.begin(), arcs.end(), [&](int a, int b) {
-        return m_graph.position[next(a, bottom)] < m_graph.position[next(b, bottom)];
-      });
-      placePorts(node, portsOf(node, arcs, bottom), bottom);
+  /// Lines that were left out of the rows run down beside them.
+  void placeLanes() {
+    m_lane.assign(m_component.arcs.size(), 0);
+    double lane = 0;
+    for (int n = 0; n < m_graph.nodes(); ++n) {
+      lane = std::max(lane, m_x[n] + (m_graph.isBend(n) ? 0 : m_component.width[n] / 2));
+    }
+    for (int i = 0; i < count(m_component.arcs); ++i) {
+      if (isLeftOut(i)) m_lane[i] = lane += m_spacing.node / 4;
     }
   }
 
-  [[nodiscard]] bool isTrunk(int i, bool bottom) const {
+  /// Where a line passes a row, or meets its box there.
+  [[nodiscard]] double at(int i, int row) const {
     const Arc& arc = m_component.arcs[i];
-    return arc.inheritance && bottom != arc.reversed;
+    if (row == m_graph.layer[arc.from]) return m_ports.start[i];
+    if (row == m_graph.layer[arc.to]) return m_ports.end[i];
+    if (m_graph.firstBend[i] < 0) return m_lane[i];
+    return m_x[m_graph.firstBend[i] + row - m_graph.layer[arc.from] - 1];
   }
 
-  std::vector<Port> portsOf(int node, const std::vector<int>& arcs, bool bottom) const {
-    std::vector<int> trunk;
+  [[nodiscard]] double rowHeight(int row) const {
+    double height = 0;
+    for (const int node : m_graph.rows[row]) {
+      if (!m_graph.isBend(node)) height = std::max(height, m_component.height[node]);
+    }
+    return height;
+  }
+
+  void startLines(int row, double top) {
+    for (int i = 0; i < count(m_component.arcs); ++i) {
+      const Arc& arc = m_component.arcs[i];
+      if (m_graph.layer[arc.from] != row) continue;
+      m_routing.lines[i].push_back({m_ports.start[i], top + m_component.height[arc.from]});
+    }
+  }
+
+  /// Draws the lines through the channel below a row and gives its height.
+  double drawChannel(int row, std::span<const int> arcs) {
+    std::vector<Wire> wires;
     for (const int i : arcs) {
-      if (isTrunk(i, bottom)) trunk.push_back(i);
+      const bool first = m_graph.layer[m_component.arcs[i].from] == row;
+      wires.push_back({at(i, row), at(i, row + 1), first ? m_ports.trunk[i] : -1});
     }
-    std::vector<Port> ports;
-    std::size_t seen = 0;
-    for (const int i : arcs) {
-      if (!isTrunk(i, bottom)) {
-        const int to = next(i, bottom);
-        const bool drawn = !bottom && to == m_component.arcs[i].from;
-        const double x = drawn ? m_start[i] : m_placement.x[to];
-        const bool toMiddle = m_component.arcs[i].inheritance;
-        ports.push_back({toMiddle ? boxMiddle(node) : x, {i}});
-      } else if (seen++ == trunk.size() / 2) {
-        ports.push_back({boxMiddle(node), trunk});
-      }
+    const Tracks tracks = assignTracks(wires, m_spacing.node / 8);
+    const double lead = 0.4 * m_spacing.layer;
+    const double trail = 0.25 * m_spacing.layer;
+    const double inner = m_spacing.layer - lead - trail;
+    const int gaps = std::max(1, tracks.count - 1);
+    const double step = std::clamp(kRoomyChannel * m_spacing.layer / gaps, m_spacing.node / 8,
+                                   std::max(inner / gaps, m_spacing.node / 4));
+    const auto y = [&](int track) {
+      const double offset = tracks.count == 1 ? inner / 2 : step * track;
+      return m_routing.bottom + lead + offset;
+    };
+    for (int k = 0; k < count(wires); ++k) {
+      if (tracks.track[k] < 0) continue;
+      auto& line = m_routing.lines[arcs[static_cast<std::size_t>(k)]];
+      add(line, {wires[k].top, y(tracks.track[k])});
+      add(line, {tracks.detour[k], y(tracks.track[k])});
+      if (tracks.lowerTrack[k] < 0) continue;
+      add(line, {tracks.detour[k], y(tracks.lowerTrack[k])});
+      add(line, {wires[k].bottom, y(tracks.lowerTrack[k])});
     }
-    return ports;
-  }
-
-  /// Each port as near to its wish as the order and a distance between ports allow.
-  void placePorts(int node, std::vector<Port> ports, bool bottom) {
-    if (ports.empty()) return;
-    const double width = m_component.width[node] - m_component.room[node];
-    const double least = boxMiddle(node) - 0.45 * width;
-    const double most = boxMiddle(node) + 0.45 * width;
-    const double step = std::min(m_gap / 2, (most - least) / count(ports));
-    double bound = least;
-    for (Port& port : ports) {
-      port.wish = std::max(port.wish, bound);
-      bound = port.wish + step;
-    }
-    bound = most;
-    for (auto port = ports.rbegin(); port != ports.rend(); ++port) {
-      port->wish = std::min(port->wish, bound);
-      bound = port->wish - step;
-    }
-    for (const Port& port : ports) {
-      for (const int i : port.arcs) (bottom ? m_start : m_end)[i] = port.wish;
-    }
-  }
-
-  [[nodiscard]] std::vector<Point> line(int i) const {
-    const Arc& arc = m_component.arcs[i];
-    const int top = m_graph.layer[arc.from];
-    const double boxBottom = m_placement.rowTop[top] + m_component.height[arc.from];
-    std::vector<Point> points;
-    add(points, {m_start[i], boxBottom});
-    add(points, {m_start[i], m_placement.rowBottom[top]});
-    if (m_graph.firstBend[i] >= 0) {
-      for (int k = 0; k < bends(arc); ++k) {
-        const double x = m_placement.x[m_graph.firstBend[i] + k];
-        add(points, {x, m_placement.rowTop[top + 1 + k]});
-        add(points, {x, m_placement.rowBottom[top + 1 + k]});
-      }
-    }
-    add(points, {m_end[i], m_placement.rowTop[m_graph.layer[arc.to]]});
-    return points;
-  }
-
-  /// Appends a point; one that lies on the way is left out.
-  static void add(std::vector<Point>& points, Point p) {
-    if (!points.empty() && points.back() == p) return;
-    if (points.size() >= 2) {
-      const Point a = points[points.size() - 2];
-      const Point b = points.back();
-      if (a.x == b.x && b.x == p.x) points.pop_back();
-    }
-    points.push_back(p);
+    return std::max(m_spacing.layer, lead + step * (tracks.count - 1) + trail);
   }
 
   const Component& m_component;
   const LayeredGraph& m_graph;
-  const Placement& m_placement;
-  double m_gap;
-  std::vector<double> m_start;  ///< x of each line at its upper box
-  std::vector<double> m_end;    ///< x of each line at its lower box
+  const std::vector<double>& m_x;
+  const Spacing& m_spacing;
+  Ports m_ports;
+  std::vector<double> m_lane;
+  Routing m_routing;
 };
 
 }  // namespace
 
-std::vector<std::vector<Point>> routeLines(const Component& component, const LayeredGraph& graph,
-                                           const Placement& placement, double gap) {
-  return Router(component, graph, placement, gap).route();
+Routing routeLines(const Component& component, const LayeredGraph& graph,
+                   const std::vector<double>& x, const Spacing& spacing) {
+  return Router(component, graph, x, spacing).route();
 }
 
 }  // namespace brisel::layout

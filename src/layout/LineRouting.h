@@ -3,25 +3,26 @@
 #include <vector>
 
 #include "layout/LayerGraph.h"
-#include "platform/Geometry.h"
+#include "layout/Layout.h"
 
 namespace brisel::layout {
 
-/// Where the nodes of one component stand.
-struct Placement {
-  std::vector<double> x;          ///< middle of every node
-  std::vector<double> rowTop;     ///< of each row; boxes hang from it
-  std::vector<double> rowBottom;  ///< of each row: that of its highest box
+/// The rows of one component and the lines between them.
+struct Routing {
+  std::vector<double> rowTop;  ///< boxes hang from it
+  double bottom = 0;           ///< of the lowest row
+  std::vector<std::vector<platform::Point>>
+      lines;  ///< of each arc, from the upper to the lower box
 };
 
-/// The line of every arc, from the bottom of its upper box to the top of its lower box.
-/// Pre: nodes of a row keep their gaps.
-/// Post: no line enters a foreign box; lines that share a side of a box start apart from each
-/// other in the order of their next nodes, except that inheritance meets a super class at one
-/// point.
-[[nodiscard]] std::vector<std::vector<platform::Point>> routeLines(const Component& component,
-                                                                   const LayeredGraph& graph,
-                                                                   const Placement& placement,
-                                                                   double gap);
+/// Leads the line of every arc from the bottom of its upper box to the top of its lower box, with
+/// right angles, and opens the rows as far as the lines need.
+/// Pre: "x" is the middle of every node; nodes of a row keep their gaps.
+/// Post: lines are axis-parallel and enter no foreign box. Vertical pieces run through the rows,
+/// horizontal ones between them on tracks. Generalizations into one super class share their points
+/// up to where they part, realizations likewise. An arc that was left out of the rows runs round
+/// them on the right.
+[[nodiscard]] Routing routeLines(const Component& component, const LayeredGraph& graph,
+                                 const std::vector<double>& x, const Spacing& spacing);
 
 }  // namespace brisel::layout

@@ -10,7 +10,7 @@ constexpr int kLeftOut = -2;
 
 /// Numbers the bends; gives for each arc its first bend, -1 or kLeftOut.
 std::vector<int> numberBends(const Component& component, LayeredGraph& graph) {
-  constexpr int kMostBends = 800'000;
+  constexpr int kMostBends = 400'000;
   const auto span = [&](int i) {
     return graph.layer[component.arcs[i].to] - graph.layer[component.arcs[i].from];
   };
@@ -93,6 +93,25 @@ LayeredGraph withBends(const Component& component, const std::vector<int>& layer
   for (int& first : graph.firstBend) first = std::max(first, -1);
   fillRows(graph);
   return graph;
+}
+
+void orderRows(const Component& component, const std::vector<double>& place, LayeredGraph& graph) {
+  std::vector<double> x = place;
+  x.resize(graph.layer.size());
+  for (int i = 0; i < count(component.arcs); ++i) {
+    if (graph.firstBend[i] < 0) continue;
+    const Arc& arc = component.arcs[i];
+    const int span = graph.layer[arc.to] - graph.layer[arc.from];
+    for (int k = 1; k < span; ++k) {
+      x[graph.firstBend[i] + k - 1] =
+          place[arc.from] + (place[arc.to] - place[arc.from]) * k / span;
+    }
+  }
+  for (int row = 0; row < count(graph.rows); ++row) {
+    std::stable_sort(graph.rows[row].begin(), graph.rows[row].end(),
+                     [&](int a, int b) { return x[a] < x[b]; });
+    graph.numberRow(row);
+  }
 }
 
 }  // namespace brisel::layout

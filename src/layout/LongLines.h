@@ -9,9 +9,12 @@ namespace brisel::layout {
 /// Puts a bend on every layer that a line passes.
 /// Pre: "layer" is a layering of the component.
 /// Post: all lines of the result join neighbouring layers, except where their bends together would
-/// be more than 800,000: the longest are then left out and have no bends. Rows hold
+/// be more than 400,000: the longest are then left out and have no bends. Rows hold
 /// every node once, in the order of a walk over the lines, so that related nodes start near each
 /// other.
 [[nodiscard]] LayeredGraph withBends(const Component& component, const std::vector<int>& layer);
+
+/// Orders the rows by a place for every box; bends stand on the straight way between their boxes.
+void orderRows(const Component& component, const std::vector<double>& place, LayeredGraph& graph);
 
 }  // namespace brisel::layout

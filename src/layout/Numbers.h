@@ -16,6 +16,10 @@ class Numbers {
     z = (z ^ (z >> 27)) * 0x94d049bb133111eb;
     return z ^ (z >> 31);
   }
+  /// From 0 to below "end", which is above 0.
+  int below(int end) {
+    return static_cast<int>(((next() >> 32) * static_cast<std::uint64_t>(end)) >> 32);
+  }
   /// From 0 to below 1.
   double part() { return static_cast<double>(next() >> 11) * 0x1.0p-53; }
 

@@ -15,7 +15,9 @@ struct RowGaps {
 /// The x of the middle of every node.
 /// Pre: the rows are ordered; "width" is that of every node, 0 for bends.
 /// Post: neighbours in a row keep their order and their gaps; the leftmost border is at 0.
-/// Brandes, Koepf: Fast and simple horizontal coordinate assignment, 2001, with widths.
+/// Sweeps over the rows, each placed at the least squares from where its neighbours pull it, under
+/// its gaps (pool adjacent violators: Barlow, Bartholomew, Bremner, Brunk: Statistical inference
+/// under order restrictions, 1972); then what is nearly straight is made so.
 [[nodiscard]] std::vector<double> placeInRows(const LayeredGraph& graph,
                                               const std::vector<double>& width,
                                               const RowGaps& gaps);

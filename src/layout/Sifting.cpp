@@ -88,4 +88,19 @@ std::int64_t Sifter::moveToBest(int node, std::vector<int>& nodes) {
   return here - best;
 }
 
+void siftRows(LayeredGraph& graph, std::int64_t work) {
+  constexpr int kMostRounds = 60;
+  Sifter sifter(graph);
+  const int rows = count(graph.rows);
+  std::int64_t first = 0;
+  for (int round = 0; round < kMostRounds; ++round) {
+    std::int64_t gained = 0;
+    for (int k = 0; k < rows && sifter.work() < work; ++k) {
+      gained += sifter.siftRow(round % 2 == 0 ? k : rows - 1 - k);
+    }
+    first = std::max(first, gained);
+    if (gained <= first / 50) break;
+  }
+}
+
 }  // namespace brisel::layout

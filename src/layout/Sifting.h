@@ -36,4 +36,8 @@ class Sifter {
   std::vector<int> m_sequence;
 };
 
+/// Sifts all rows until a round gains less than a small share, or "work" elementary steps are done.
+/// Post: every row holds the same nodes as before; there are no more crossings than before.
+void siftRows(LayeredGraph& graph, std::int64_t work);
+
 }  // namespace brisel::layout

@@ -45,7 +45,7 @@ class Shell : public Object {
   virtual void runForm(std::string_view name, Object& form) = 0;
   /// Shows a window of a tool beside the others, by the tool's programmatic identifier, until the
   /// person closes it; the tool lives at least as long. A shell without windows shows nothing.
-  virtual void showTool(std::string_view name, Object& tool) = 0;
+  virtual void showTool(std::string_view /*name*/, Object& /*tool*/) {}
   /// Shows how far a task is that takes long, from 0 to 1, with a way to cancel it: false when the
   /// person did. Called again and again; what a person may do meanwhile is to cancel, no more.
   /// A shell without a person shows nothing.

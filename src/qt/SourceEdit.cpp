@@ -2,7 +2,6 @@
 
 #include <QPaintEvent>
 #include <QPainter>
-#include <QRegularExpression>
 #include <QSyntaxHighlighter>
 #include <QTextBlock>
 
@@ -15,23 +14,34 @@ namespace {
 constexpr int kGap = 6;  // pixels beside the numbers
 constexpr int kTabColumns = 4;
 
-/// Tags in the colour of links, comments dimmed. A tag of several lines is coloured in its first.
+/// Tags in a colour like that of links, comments dimmed; both may go over several lines.
 class TagColors : public QSyntaxHighlighter {
  public:
   explicit TagColors(QPlainTextEdit& edit) : QSyntaxHighlighter(edit.document()), m_edit(edit) {}
 
  protected:
   void highlightBlock(const QString& text) override {
-    static const QRegularExpression kTag(R"(\{\{(!?).*?(\}\}|$))");
-    QTextCharFormat tag;
-    tag.setForeground(m_edit.palette().link());
-    QTextCharFormat comment;
-    comment.setForeground(m_edit.palette().placeholderText());
-    for (auto match = kTag.globalMatch(text); match.hasNext();) {
-      const auto found = match.next();
-      setFormat(static_cast<int>(found.capturedStart()), static_cast<int>(found.capturedLength()),
-                found.capturedLength(1) > 0 ? comment : tag);
+    enum State { outside = -1, inTag, inComment };
+    const QPalette colors = m_edit.palette();
+    const bool isDark = colors.color(QPalette::Base).lightness() < 128;
+    const QColor ofState[] = {isDark ? QColor(0x7a, 0xb4, 0xf5) : QColor(0x1a, 0x4f, 0xc4),
+                              colors.color(QPalette::PlaceholderText)};
+    int state = previousBlockState();
+    for (qsizetype at = 0; at < text.size();) {
+      if (state == outside) {
+        at = text.indexOf("{{", at);
+        if (at < 0) break;
+        state = text.mid(at + 2, 1) == "!" ? inComment : inTag;
+      }
+      qsizetype end = text.indexOf("}}", at);
+      const bool isClosed = end >= 0;
+      end = isClosed ? end + 2 : text.size();
+      while (isClosed && end < text.size() && text[end] == '}') ++end;
+      setFormat(static_cast<int>(at), static_cast<int>(end - at), ofState[state]);
+      if (isClosed) state = outside;
+      at = end;
     }
+    setCurrentBlockState(state);
   }
 
  private:
@@ -92,14 +102,6 @@ void SourceEdit::showMark() {
   setExtraSelections(marks);
 }
 
-void SourceEdit::goToLine(int line) {
-  const QTextBlock block = document()->findBlockByNumber(line - 1);
-  if (!block.isValid()) return;
-  setTextCursor(QTextCursor(block));
-  centerCursor();
-  setFocus();
-}
-
 void SourceEdit::resizeEvent(QResizeEvent* event) {
   QPlainTextEdit::resizeEvent(event);
   layNumbersOut();
@@ -107,6 +109,9 @@ void SourceEdit::resizeEvent(QResizeEvent* event) {
 
 void SourceEdit::changeEvent(QEvent* event) {
   QPlainTextEdit::changeEvent(event);
+  if (event->type() == QEvent::PaletteChange) {
+    if (auto* colors = document()->findChild<QSyntaxHighlighter*>()) colors->rehighlight();
+  }
   if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) layNumbersOut();
 }
 

@@ -14,8 +14,6 @@ class SourceEdit : public QPlainTextEdit {
 
   /// Marks a line, from 1; none for 0.
   void markLine(int line);
-  /// Puts the cursor into the line and shows it.
-  void goToLine(int line);
 
  protected:
   void resizeEvent(QResizeEvent* event) override;

@@ -34,6 +34,13 @@ QLabel* heading(const QString& text, QWidget* buddy) {
   return label;
 }
 
+/// The same in a line as high as one with buttons, so that what stands below it is level.
+QLabel* headingOfColumn(const QString& text, QWidget* buddy) {
+  QLabel* label = heading(text, buddy);
+  label->setMinimumHeight(QPushButton().sizeHint().height());
+  return label;
+}
+
 QPushButton* button(const QString& text, const QString& tip) {
   auto* made = new QPushButton(text);
   made->setToolTip(tip);
@@ -127,7 +134,7 @@ QWidget* TemplateWindow::makeLists() {
   connect(m_classes, &QListWidget::itemSelectionChanged, this, [this] { takeSelection(); });
   m_classesTitle = heading(tr("&Classes"), m_filter);
   auto* parts = new QSplitter(Qt::Vertical);
-  parts->addWidget(column({heading(tr("&Templates"), m_templates), m_templates}));
+  parts->addWidget(column({headingOfColumn(tr("&Templates"), m_templates), m_templates}));
   parts->addWidget(column({m_classesTitle, m_filter, m_classes}));
   parts->setStretchFactor(1, 1);
   parts->setSizes({150, 400});
@@ -158,7 +165,7 @@ QWidget* TemplateWindow::makePreview() {
   m_file->setObjectName("File");
   m_file->setReadOnly(true);
   m_file->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-  m_filesTitle = heading(tr("&Preview"), m_files);
+  m_filesTitle = headingOfColumn(tr("&Preview"), m_files);
   auto* parts = new QSplitter(Qt::Vertical);
   parts->addWidget(column({m_filesTitle, m_files}));
   parts->addWidget(m_file);

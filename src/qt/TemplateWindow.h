@@ -10,7 +10,6 @@ class QLineEdit;
 class QListWidget;
 class QListWidgetItem;
 class QPushButton;
-class QSplitter;
 
 namespace brisel::qt {
 

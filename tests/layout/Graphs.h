@@ -33,6 +33,10 @@ struct NamedGraph {
 void checkDrawing(const Graph& graph, const Drawing& drawing);
 /// Pairs of a line and a box that it enters without ending there.
 [[nodiscard]] int linesThroughBoxes(const Graph& graph, const Drawing& drawing);
+/// Pairs of pieces of different lines that lie on each other, those of trunks left out: of
+/// generalizations, or realizations, into one super class.
+[[nodiscard]] int piecesOnEachOther(const Graph& graph, const Drawing& drawing);
+[[nodiscard]] bool isAxisParallel(const std::vector<Point>& line);
 [[nodiscard]] bool same(const Drawing& a, const Drawing& b);
 
 }  // namespace brisel::layout::test

@@ -4,15 +4,20 @@
 
 #include <gtest/gtest.h>
 
+#include "layout/Blocks.h"
 #include "layout/Components.h"
 #include "layout/CrossingReduction.h"
 #include "layout/CycleRemoval.h"
 #include "layout/Graphs.h"
+#include "layout/GridLines.h"
+#include "layout/GridPlacement.h"
 #include "layout/Layering.h"
+#include "layout/LineRouting.h"
 #include "layout/LongLines.h"
 #include "layout/NetworkSimplex.h"
 #include "layout/Numbers.h"
 #include "layout/RowPlacement.h"
+#include "layout/Sifting.h"
 #include "layout/WideLayers.h"
 
 namespace brisel::layout {
@@ -95,6 +100,67 @@ TEST(Layering, EveryArcLeadsDownWhateverTheShape) {
       expectLayering(c, layer);
     }
   }
+}
+
+TEST(GridPlacement, SubClassesStandBelowAndNoLineJoinsTwoOfOneRow) {
+  for (Component& c : components()) {
+    if (c.nodes() > 2500) continue;
+    breakInheritanceCycles(c);
+    const Grid grid = placeOnGrid(c, {30, 50, 1.6}, 1);
+    for (int n = 0; n < c.nodes(); ++n) ASSERT_EQ(grid.at(grid.of(n)), n);
+    for (const Arc& arc : c.arcs) {
+      const int down = grid.of(arc.to).row - grid.of(arc.from).row;
+      ASSERT_TRUE(arc.inheritance ? down > 0 : down != 0);
+    }
+    const std::vector<int> layer = layersFrom(c, grid);
+    turnDown(c, layer);
+    expectLayering(c, layer);
+  }
+}
+
+TEST(GridLines, CountsWhatTheRowsCount) {
+  Component c = partsOf(test::classDiagram(60, 5), 10).components.at(0);
+  breakInheritanceCycles(c);
+  Grid grid = placeOnGrid(c, {30, 50, 1.6}, 1);
+  GridLines lines(c, grid.rows());
+  std::int64_t crossed = 0;
+  for (int i = 0; i < count(c.arcs); ++i) crossed += lines.add(grid, i);
+  std::int64_t dropped = 0;
+  for (int i = 0; i < count(c.arcs); i += 2) dropped += lines.drop(grid, i);
+  for (int i = 0; i < count(c.arcs); i += 2) lines.put(grid, i);
+  for (int i = 0; i < count(c.arcs); i += 2) lines.take(grid, i);
+  for (int i = 1; i < count(c.arcs); i += 2) dropped += lines.drop(grid, i);
+  EXPECT_EQ(dropped, crossed);
+
+  // Straight lines between the cells, cut at the rows, cross as often.
+  struct Piece {
+    int gap;
+    double top;
+    double bottom;
+  };
+  std::vector<Piece> pieces;
+  std::int64_t expected = 0;
+  for (int i = 0; i < count(c.arcs); ++i) {
+    Cell a = grid.of(c.arcs[i].from);
+    Cell b = grid.of(c.arcs[i].to);
+    if (a.row > b.row) std::swap(a, b);
+    if (b.row - a.row > 1) continue;
+    pieces.push_back({a.row, static_cast<double>(a.column), static_cast<double>(b.column)});
+  }
+  for (std::size_t i = 0; i < pieces.size(); ++i) {
+    for (std::size_t k = 0; k < i; ++k) {
+      const auto& [gap, top, bottom] = pieces[i];
+      if (gap != pieces[k].gap) continue;
+      expected += (top - pieces[k].top) * (bottom - pieces[k].bottom) < 0;
+    }
+  }
+  std::int64_t found = 0;
+  for (int i = 0; i < count(c.arcs); ++i) {
+    const int rows = grid.of(c.arcs[i].from).row - grid.of(c.arcs[i].to).row;
+    if (std::abs(rows) == 1) found += lines.add(grid, i);
+  }
+  EXPECT_EQ(found, expected);
+  EXPECT_GT(found, 0);
 }
 
 TEST(WideLayers, TakeTheWantedShape) {
@@ -218,6 +284,63 @@ TEST(CrossingReduction, DrawsTreesWithoutCrossings) {
     reduceCrossings(graph);
     EXPECT_EQ(crossings(graph), 0);
   }
+}
+
+TEST(Sifting, KeepsTheRowsAndNeverAddsCrossings) {
+  for (Component& c : components()) {
+    LayeredGraph graph = layeredGraph(c);
+    auto rows = graph.rows;
+    const std::int64_t before = crossings(graph);
+    siftRows(graph, 10'000'000);
+    EXPECT_LE(crossings(graph), before);
+    for (int row = 0; row < count(rows); ++row) {
+      for (int i = 0; i < count(rows[row]); ++i) ASSERT_EQ(graph.position[graph.rows[row][i]], i);
+      std::sort(rows[row].begin(), rows[row].end());
+      std::vector<int> now = graph.rows[row];
+      std::sort(now.begin(), now.end());
+      EXPECT_EQ(now, rows[row]);
+    }
+  }
+}
+
+TEST(Blocks, AreNumberedFromTheLeftAndDoNotCross) {
+  for (Component& c : components()) {
+    LayeredGraph graph = layeredGraph(c);
+    std::vector<double> x(graph.layer.size());
+    for (std::size_t n = 0; n < x.size(); ++n) x[n] = 10.0 * graph.position[n];
+    const Blocks blocks = straightBlocks(graph, x, 200);
+    int joined = 0;
+    for (const auto& row : graph.rows) {
+      for (int i = 0; i + 1 < count(row); ++i) {
+        ASSERT_LT(blocks.of[row[i]], blocks.of[row[i + 1]]);
+      }
+    }
+    for (int b = 0; b < blocks.size(); ++b) {
+      const auto members = blocks.members.of(b);
+      for (std::size_t i = 1; i < members.size(); ++i) {
+        ASSERT_EQ(graph.above.of(members[i])[0], members[i - 1]);
+        ASSERT_TRUE(graph.isBend(members[i - 1]));
+        ++joined;
+      }
+    }
+    EXPECT_EQ(joined, graph.nodes() - blocks.size());
+  }
+}
+
+TEST(LineRouting, AnArcThatWasLeftOutRunsRoundTheRows) {
+  Component c = partsOf(test::chain(4), 10).components.at(0);
+  LayeredGraph graph = withBends(c, {0, 1, 2, 3});
+  c.arcs.push_back({0, 3, 3});
+  graph.firstBend.push_back(-1);
+  const Spacing spacing{30, 50, 1.6};
+  const std::vector<double> x = placeInRows(graph, c.width, {30, 15});
+  const Routing routing = routeLines(c, graph, x, spacing);
+  const auto& line = routing.lines.back();
+  EXPECT_TRUE(test::isAxisParallel(line));
+  ASSERT_EQ(line.size(), 6U);
+  EXPECT_GT(line[2].x, x[1] + c.width[1] / 2);
+  EXPECT_EQ(line.front().y, routing.rowTop[0] + c.height[0]);
+  EXPECT_EQ(line.back().y, routing.rowTop[3]);
 }
 
 TEST(RowPlacement, NeighboursKeepOrderAndGap) {

@@ -80,7 +80,6 @@ class RecordingShell : public Shell {
   std::optional<std::string> askSaveFile(const FileDialog&) override { return {}; }
   void showPopup(ToolBarControl&, std::string_view) override {}
   void runForm(std::string_view, Object&) override {}
-  void showTool(std::string_view, Object&) override {}
   void copy(const std::vector<std::pair<std::string, std::string>>&) override {}
 
   Message shown;
