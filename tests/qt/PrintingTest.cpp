@@ -37,7 +37,9 @@ class PrintingTest : public testing::Test {
   [[nodiscard]] const canvas::Scene& scene() const { return bench.document->canvas().scene(); }
   /// Prints to a file, which is kept for those who look at it, and tells how many pages it has.
   int printed(QPrinter& printer, PageFit fit) {
-    const QString file = BRISEL_BINARY_DIR "/printed.pdf";
+    // Of its own for each of the runs that CTest makes side by side.
+    const QString file = BRISEL_BINARY_DIR "/printed-" + QGuiApplication::platformName() + '-' +
+                         qEnvironmentVariable("QT_SCALE_FACTOR", "1") + ".pdf";
     printer.setOutputFormat(QPrinter::PdfFormat);
     printer.setOutputFileName(file);
     printer.setPageSize(QPageSize(QPageSize::A4));
