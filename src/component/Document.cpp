@@ -132,21 +132,15 @@ void Document::connect() {
 void Document::create() {
   const auto model = repository::newModel(m_registry, "Application");
   repository::makeLayoutNode(*model);
-  m_notes.clear();
-  m_source.clear();
-  m_stamp = {};
-  m_editor->RepositoryFileName("");
-  show(*model->GetRepository());
+  show(*model->GetRepository(), {});
 }
 
 void Document::open(const std::vector<std::string>& files) {
   const FileStamp before(files.size() == 1 ? files.front() : std::string());
   ModelFile model = readModel(m_registry, files);
-  m_notes = notesOf(model.report);
-  m_source = files.front();
-  m_stamp = model.isDiagram ? before : FileStamp();
-  m_editor->RepositoryFileName(model.isDiagram ? m_source : std::string());
-  show(*model.repository);
+  const bool isDiagram = model.isDiagram;
+  show(*model.repository, {isDiagram ? files.front() : "", files.front(),
+                           isDiagram ? before : FileStamp(), notesOf(model.report)});
   showMost();
 }
 
@@ -182,9 +176,12 @@ void Document::showMost() {
                  std::clamp(seen.top, all.top, std::max(all.top, all.bottom() - seen.height))});
 }
 
-void Document::show(MetaRepository& repository) {
-  m_modelChanged.disconnect();
+void Document::show(MetaRepository& repository, Origin origin) {
   m_editor->showRepository(repository);
+  m_editor->RepositoryFileName(origin.path);
+  m_source = std::move(origin.source);
+  m_stamp = origin.stamp;
+  m_notes = std::move(origin.notes);
   m_modelChanged = repository.onChange([this](const platform::Change&) { Changed(); });
   settle();
 }

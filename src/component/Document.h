@@ -87,7 +87,16 @@ class Document {
  private:
   class WatchedExporter;
 
-  void show(platform::MetaRepository& repository);
+  /// Where a model came from.
+  struct Origin {
+    std::string path = {};    ///< of its DIM file
+    std::string source = {};  ///< the file that was read
+    FileStamp stamp = {};     ///< of the DIM file
+    std::vector<std::string> notes = {};
+  };
+
+  /// An Error leaves everything as it was.
+  void show(platform::MetaRepository& repository, Origin origin);
   void connect();
   void settle();
   [[nodiscard]] std::string suggestedPath() const;
