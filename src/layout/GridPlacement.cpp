@@ -157,7 +157,7 @@ class Annealer {
     const double nodes = m_component.nodes();
     const double most = kMostWork * nodes / (4 * count(m_component.arcs));
     const double wanted =
-        nodes * std::min({1200.0, 40 * nodes, std::max(0.4 * nodes, 1400 - 1.2 * nodes)});
+        nodes * std::min({1200.0, 40 * nodes, std::max(0.33 * nodes, 1400 - 1.3 * nodes)});
     const auto moves = static_cast<int>(std::min(wanted, most) / kCoolings) + 1;
     for (int i = 0; i < kCoolings; ++i) {
       m_moves.cool(kShortening, i / (kCoolings - 1.0), m_grid);
@@ -175,7 +175,7 @@ class Annealer {
   void untangle() {
     constexpr double kMostWork = 1.5e9;
     const double nodes = m_component.nodes();
-    const double work = std::min(kMostWork, std::max(40 * nodes * nodes, 4.5e5 * (890 - nodes)));
+    const double work = std::min(kMostWork, std::max(30 * nodes * nodes, 4.5e5 * (890 - nodes)));
     m_cost.forbid();
     GridLines lines(m_component, m_grid.rows());
     for (int i = 0; i < count(m_component.arcs); ++i) lines.put(m_grid, i);
