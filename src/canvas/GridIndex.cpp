@@ -90,7 +90,7 @@ void GridIndex::partsOf(const Place& place, std::vector<Rect>& parts) {
   for (const Place::Spot& spot : place.m_spots) parts.push_back((*spot.entries)[spot.slot].extent);
 }
 
-void GridIndex::collect(const Rect& area, std::vector<Item*>& found) const {
+void GridIndex::collect(const Rect& area, std::vector<Item*>& found, double longest) const {
   ++m_asked;
   const auto take = [&](const std::vector<Entry>& entries) {
     for (const Entry& entry : entries) {
@@ -103,6 +103,7 @@ void GridIndex::collect(const Rect& area, std::vector<Item*>& found) const {
     if (m_counts[level] == 0) continue;
     const Cells& cells = m_levels[level];
     const double side = std::ldexp(1.0, static_cast<int>(level) + kSmallest);
+    if (side > longest) return;
     // A part reaches half a side beyond its cell at most.
     const Rect wide = area.grownBy(side / 2);
     const std::int64_t right = cellOf(wide.right(), side);

@@ -3,6 +3,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <span>
 #include <unordered_map>
 #include <vector>
@@ -48,8 +49,10 @@ class GridIndex {
   /// Adds the parts that stand there.
   static void partsOf(const Place& place, std::vector<platform::Rect>& parts);
 
-  /// Adds every item of which a part touches the rectangle, each once, in no particular order.
-  void collect(const platform::Rect& area, std::vector<Item*>& found) const;
+  /// Adds every item of which a part touches the rectangle, each once, in no particular order. Parts
+  /// with a side longer than `longest`, a power of two, are passed over.
+  void collect(const platform::Rect& area, std::vector<Item*>& found,
+               double longest = std::numeric_limits<double>::infinity()) const;
 
  private:
   struct Entry {

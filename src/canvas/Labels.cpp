@@ -24,9 +24,34 @@ constexpr layout::LabelGaps kGaps{
 /// A line is looked around in pieces of this length.
 constexpr double kPieceLength = 8192;
 
+/// Lines that are entered in longer parts cross half of the diagram and do not count; boxes do.
+constexpr double kLongestPart = 16384;
+
 }  // namespace
 
+void Labels::changed(const Node& node, const Rect& before, const Rect& after) {
+  if (before == after) return;
+  changed(before);
+  changed(after);
+  noteSize(node, std::max(after.width, after.height));
+}
+
+void Labels::noteSize(const Item& item, double side) {
+  if (side > kLongestPart) {
+    m_large.insert(&item);
+  } else if (!m_large.empty()) {
+    m_large.erase(&item);
+  }
+}
+
+void Labels::forget(const Node& node, const Rect& before) {
+  changed(before);
+  m_large.erase(&node);
+}
+
 void Labels::changed(Link& link) {
+  auto& [points, around, name, begin, end] = link.m_geometry;
+  for (Rect* text : {&name, &begin, &end}) changed(std::exchange(*text, Rect{}));
   addPieces(link.m_courseTold);
   link.m_courseTold = link.points();
   addPieces(link.m_courseTold);
@@ -36,6 +61,7 @@ void Labels::changed(Link& link) {
 void Labels::forget(Link& link) {
   const auto& [points, around, name, begin, end] = link.m_geometry;
   for (const Rect& text : {name, begin, end}) changed(text);
+  m_large.erase(&link);
   addPieces(link.m_courseTold);
   link.m_courseTold.clear();
   m_regions.remove(link.m_labelPlace);
@@ -45,6 +71,7 @@ void Labels::forget(Link& link) {
 
 void Labels::clear() {
   m_regions.clear();
+  m_large.clear();
   m_areas.clear();
   m_pieces.clear();
   m_queue.clear();
@@ -85,9 +112,9 @@ void Labels::findConcerned(const Piece& piece) {
     const Point a = piece.from + way * (i / count);
     const Point b = piece.from + way * ((i + 1) / count);
     m_found.clear();
-    m_regions.collect({std::min(a.x, b.x), std::min(a.y, b.y), std::abs(a.x - b.x),
-                       std::abs(a.y - b.y)},
-                      m_found);
+    m_regions.collect(
+        {std::min(a.x, b.x), std::min(a.y, b.y), std::abs(a.x - b.x), std::abs(a.y - b.y)},
+        m_found);
     for (Item* item : m_found) {
       Link& link = static_cast<Link&>(*item);
       const auto& regions = link.m_regions;
@@ -131,6 +158,11 @@ void Labels::place(Link& link, Stage stage, std::vector<Moved>& moved) {
     put(geometry.beginText, begin, Link::Label::begin);
     put(geometry.endText, end, Link::Label::end);
   }
+  double longest = 0;
+  for (const Rect& text : {geometry.label, geometry.beginText, geometry.endText}) {
+    longest = std::max({longest, text.width, text.height});
+  }
+  noteSize(link, longest);
   m_parts.clear();
   for (const Rect& region : link.m_regions) {
     if (!region.isEmpty()) m_parts.push_back(region);
@@ -139,7 +171,7 @@ void Labels::place(Link& link, Stage stage, std::vector<Moved>& moved) {
 }
 
 layout::PlacedLabel Labels::bestOf(const std::vector<LabelCandidate>& candidates, const Link& link,
-                    Stage stage) const {
+                                   Stage stage) const {
   const auto around = [&](const Rect& area, LabelObstacles& found) {
     addObstacles(area, link, stage, found);
   };
@@ -149,30 +181,32 @@ layout::PlacedLabel Labels::bestOf(const std::vector<LabelCandidate>& candidates
 void Labels::addObstacles(const Rect& area, const Link& link, Stage stage,
                           LabelObstacles& found) const {
   m_near.clear();
-  m_scene.m_index.collect(area, m_near);
-  const auto addText = [&](const Rect& text) {
-    if (text.intersects(area)) found.solid.push_back(text);
-  };
-  // Its own texts are not yet found where they stand.
-  addText(link.m_geometry.beginText);
-  addText(link.m_geometry.endText);
+  m_scene.m_index.collect(area, m_near, kLongestPart);
   for (const Item* item : m_near) {
-    if (!item->isLink()) {
-      found.solid.push_back(static_cast<const Node*>(item)->bounds());
-      continue;
-    }
-    if (item == &link) continue;
-    const Link& other = static_cast<const Link&>(*item);
-    const Link::Geometry& geometry = other.m_geometry;
-    const bool comesBefore = other.order() < link.order();
-    if (stage == Stage::name || comesBefore) {
-      addText(geometry.beginText);
-      addText(geometry.endText);
-    }
-    if (stage == Stage::name && comesBefore) addText(geometry.label);
-    for (std::size_t i = 1; i < geometry.points.size(); ++i) {
-      found.pieces.push_back({geometry.points[i - 1], geometry.points[i]});
-    }
+    if (m_large.empty() || !m_large.contains(item)) addObstacle(*item, link, stage, found);
+  }
+  for (const Item* item : m_large) addObstacle(*item, link, stage, found);
+  // Its own texts are not yet found where they stand.
+  found.solid.push_back(link.m_geometry.beginText);
+  found.solid.push_back(link.m_geometry.endText);
+}
+
+void Labels::addObstacle(const Item& item, const Link& link, Stage stage, LabelObstacles& found) {
+  if (!item.isLink()) {
+    found.solid.push_back(static_cast<const Node&>(item).bounds());
+    return;
+  }
+  if (&item == &link) return;
+  const Link& other = static_cast<const Link&>(item);
+  const Link::Geometry& geometry = other.m_geometry;
+  const bool comesBefore = other.order() < link.order();
+  if (stage == Stage::name || comesBefore) {
+    found.solid.push_back(geometry.beginText);
+    found.solid.push_back(geometry.endText);
+  }
+  if (stage == Stage::name && comesBefore) found.solid.push_back(geometry.label);
+  for (std::size_t i = 1; i < geometry.points.size(); ++i) {
+    found.pieces.push_back({geometry.points[i - 1], geometry.points[i]});
   }
 }
 

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <map>
+#include <unordered_set>
 #include <utility>
 #include <vector>
 
@@ -13,6 +14,7 @@ namespace brisel::canvas {
 
 class Item;
 class Link;
+class Node;
 class Scene;
 
 /// Keeps the texts of a scene's lines clear of boxes and of each other. Owned by the scene.
@@ -25,9 +27,11 @@ class Labels {
  public:
   explicit Labels(const Scene& scene) : m_scene(scene) {}
 
-  /// A box or a text came, went or moved there.
-  void changed(const platform::Rect& area) { m_areas.push_back(area); }
-  /// The course of the line or one of its texts is another.
+  /// A box came or moved: where it stood and stands.
+  void changed(const Node& node, const platform::Rect& before, const platform::Rect& after);
+  void forget(const Node& node, const platform::Rect& before);
+  /// The course of the line or one of its texts is another: it is without texts until they are
+  /// placed.
   void changed(Link& link);
   void forget(Link& link);
   void clear();
@@ -73,6 +77,7 @@ class Labels {
     platform::Point to;
   };
 
+  void changed(const platform::Rect& area) { m_areas.push_back(area); }
   void addPieces(const std::vector<platform::Point>& course);
   void findConcerned();
   void findConcerned(const Piece& piece);
@@ -83,11 +88,15 @@ class Labels {
                                            const Link& link, Stage stage) const;
   void addObstacles(const platform::Rect& area, const Link& link, Stage stage,
                     layout::LabelObstacles& found) const;
+  static void addObstacle(const Item& item, const Link& link, Stage stage,
+                          layout::LabelObstacles& found);
+  void noteSize(const Item& item, double side);
 
   const Scene& m_scene;
   GridIndex m_regions;  ///< what the places of each line's texts depend on
   std::vector<platform::Rect> m_areas;
-  std::vector<Piece> m_pieces;  ///< of lines as they were and as they are
+  std::vector<Piece> m_pieces;              ///< of lines as they were and as they are
+  std::unordered_set<const Item*> m_large;  ///< boxes, and lines with texts, larger than any part
   std::map<Turn, Link*> m_queue;
   std::vector<Item*> m_found;
   std::vector<platform::Rect> m_parts;

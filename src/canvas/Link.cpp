@@ -145,8 +145,19 @@ void Link::addParts(std::vector<Rect>& parts) const {
   for (std::size_t i = 1; i < g.points.size(); ++i) {
     length += longerSide(g.points[i - 1], g.points[i]);
   }
+  const auto addText = [&](const Rect& text) {
+    if (!text.isEmpty()) parts.push_back(text);
+  };
   if (length <= kPartLength) {
-    parts.push_back(g.course.united(g.label).united(g.beginText).united(g.endText));
+    const Rect all = g.course.united(g.label).united(g.beginText).united(g.endText);
+    if (std::max(all.width, all.height) <= 2 * kPartLength) {
+      parts.push_back(all);
+      return;
+    }
+    parts.push_back(g.course);
+    addText(g.beginText);
+    addText(g.endText);
+    addText(g.label);
     return;
   }
   const double longest = std::max(kPartLength, length / kMostParts);
@@ -164,9 +175,9 @@ void Link::addParts(std::vector<Rect>& parts) const {
   // A decoration may be longer than the segment that it stands on.
   if (m_beginArrow != 0) parts[first] = parts[first].grownBy(kDiamondLength);
   if (m_endArrow != 0) parts.back() = parts.back().grownBy(kDiamondLength);
-  parts[first] = parts[first].united(g.beginText);
-  parts.back() = parts.back().united(g.endText);
-  if (!g.label.isEmpty()) parts.push_back(g.label);
+  addText(g.beginText);
+  addText(g.endText);
+  addText(g.label);
 }
 
 const std::vector<Point>& Link::points() const { return geometry().points; }

@@ -193,10 +193,8 @@ void Scene::forget(Item& item) {
   m_index.remove(item.m_place);
   if (m_oldParts.empty()) return;  // was never shown
   ++m_revision;
-  for (const Rect& part : m_oldParts) {
-    addDamage(m_damage, part);
-    if (!item.isLink()) m_labels.changed(part);
-  }
+  for (const Rect& part : m_oldParts) addDamage(m_damage, part);
+  if (!item.isLink()) m_labels.forget(static_cast<Node&>(item), m_oldParts.front());
   if (m_updates == 0) tell();
 }
 
@@ -234,16 +232,16 @@ void Scene::enter(Item& item) const {
   m_oldParts.clear();
   m_newParts.clear();
   GridIndex::partsOf(item.m_place, m_oldParts);
+  const bool relabel =
+      item.isLink() && std::exchange(static_cast<Link&>(item).m_textsStale, false);
+  if (relabel) m_labels.changed(static_cast<Link&>(item));
   item.addParts(m_newParts);
   for (const Rect& part : m_oldParts) addDamage(m_damage, part);
   m_extents.put(item.m_extentSlot, item.extent());
-  const bool relabel =
-      item.isLink() && std::exchange(static_cast<Link&>(item).m_textsStale, false);
   if (m_newParts == m_oldParts && !relabel) return;
-  if (relabel) m_labels.changed(static_cast<Link&>(item));
   if (!item.isLink()) {
-    for (const Rect& part : m_oldParts) m_labels.changed(part);
-    for (const Rect& part : m_newParts) m_labels.changed(part);
+    const Rect before = m_oldParts.empty() ? Rect() : m_oldParts.front();
+    m_labels.changed(static_cast<Node&>(item), before, m_newParts.front());
   }
   for (const Rect& part : m_newParts) addDamage(m_damage, part);
   m_index.put(item, item.m_place, m_newParts);

@@ -4,6 +4,7 @@
 #include <array>
 #include <cmath>
 #include <compare>
+#include <span>
 
 #include "layout/Segments.h"
 
@@ -120,6 +121,12 @@ struct Badness {
   friend auto operator<=>(const Badness&, const Badness&) = default;
 };
 
+Rect aroundOf(std::span<const LabelCandidate> candidates) {
+  Rect all;
+  for (const LabelCandidate& one : candidates) all = all.united(one.area);
+  return all;
+}
+
 }  // namespace
 
 std::vector<LabelCandidate> nameCandidates(const std::vector<Point>& course, Size size,
@@ -193,6 +200,7 @@ PlacedLabel bestOf(const std::vector<LabelCandidate>& candidates, const std::vec
     around(area, obstacles);
   };
   constexpr int kCrowd = 6;
+  constexpr std::size_t kForLines = 8;
   bool crowded = false;
   const auto badnessOf = [&](const LabelCandidate& candidate, const Rect& area) {
     Badness badness;
@@ -213,11 +221,15 @@ PlacedLabel bestOf(const std::vector<LabelCandidate>& candidates, const std::vec
   crowded = least.crossed > kCrowd;
   if (crowded) least.crossed = 0;
   if (least == Badness()) return placed;
-  Rect all;
-  for (const LabelCandidate& one : candidates) all = all.united(one.area.grownBy(gaps.clear));
-  const bool once = std::max(all.width, all.height) <= kNear;
-  if (once) ask(all);
+  bool once = false;
   for (std::size_t i = 1; i < candidates.size() && least != Badness(); ++i) {
+    if (i >= kForLines && least.over == 0) break;
+    if (i == 1 || i == kForLines) {
+      const std::size_t end = i == 1 ? kForLines : candidates.size();
+      const Rect all = aroundOf(std::span(candidates).first(std::min(end, candidates.size())));
+      once = std::max(all.width, all.height) <= kNear;
+      if (once) ask(all.grownBy(gaps.clear));
+    }
     const Rect area = candidates[i].area.grownBy(gaps.clear);
     placed.examined = placed.examined.united(area);
     if (!once) ask(area);

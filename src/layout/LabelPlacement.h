@@ -59,8 +59,9 @@ struct PlacedLabel {
 };
 
 /// The first candidate over no solid and no line but the one that it lies on; where there is none,
-/// the one with the least area over solids, then over the fewest lines. Where lines crowd so that
-/// the first candidate would cover more than six of others they do not count. Pre: at least one.
+/// the one with the least area over solids, then over the fewest lines. For the sake of lines alone
+/// only the best eight are looked at; where they crowd so that the first candidate would cover more
+/// than six of others they do not count. Pre: at least one.
 [[nodiscard]] PlacedLabel bestOf(const std::vector<LabelCandidate>& candidates,
                                  const std::vector<platform::Point>& course,
                                  const LabelSurroundings& around, const LabelGaps& gaps);
