@@ -9,7 +9,7 @@ namespace brisel::editor {
 
 namespace {
 
-constexpr double kGap = 500;
+constexpr double kExtractGap = 500;
 
 }  // namespace
 
@@ -34,7 +34,7 @@ CLSEditor::ClassRef CLSEditor::ExtractAttributeToClass(repository::Class& owner,
   const auto attribute = attributeLink.Target();
   const std::string name = attribute->name();
   ClassRef made =
-      newClass(name, "extracted attribute from class " + owner.name(), &owner, kGap);
+      newClass(name, "extracted attribute from class " + owner.name(), &owner, kExtractGap);
   if (!made) return {};
   const CanvasUpdate update(*m_diagram);
   Refill refill(*this);
@@ -42,7 +42,7 @@ CLSEditor::ClassRef CLSEditor::ExtractAttributeToClass(repository::Class& owner,
   refill.add(*made);
   m_repository->DeleteAttribute(attribute->identifier());
   refill.run();
-  placeBeside(*made->Node(), *owner.Node(), kGap);
+  placeBeside(*made->Node(), *owner.Node(), kExtractGap);
   const auto kind = asComposite ? RelationshipKind::composite : RelationshipKind::shared;
   const AssociationRef part = createLink(kind, freshKey(), "", owner.clsObject()->identifier(),
                                          made->clsObject()->identifier());

@@ -18,7 +18,7 @@ namespace types = platform::types;
 
 namespace {
 
-constexpr double kGap = 300;
+constexpr double kMergeGap = 300;
 
 }  // namespace
 
@@ -32,10 +32,10 @@ void CLSEditor::MergeClasses() {
       list += (list.empty() ? "" : ", ") + one->name();
     }
     const repository::Class* first = merged.empty() ? nullptr : merged.front().get();
-    const ClassRef made = newClass(run, "Merged class from " + list, first, kGap);
+    const ClassRef made = newClass(run, "Merged class from " + list, first, kMergeGap);
     if (!made) return;
     merge(merged, *made);
-    if (first) placeBeside(*made->Node(), *first->Node(), kGap);
+    if (first) placeBeside(*made->Node(), *first->Node(), kMergeGap);
     presentResult(*made);
     synchronizeDataTypes();
   });

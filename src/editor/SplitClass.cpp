@@ -10,7 +10,7 @@ namespace brisel::editor {
 
 namespace {
 
-constexpr double kGap = 300;
+constexpr double kSplitGap = 300;
 
 struct SplitTexts {
   std::string_view name, information;
@@ -52,7 +52,7 @@ void CLSEditor::split(repository::Class& old, editors::frmClass& answers, bool s
   const auto attributes = answers.Attributes()->tickedRows();
   const auto operations = answers.Operations()->tickedRows();
   const std::string name(platform::trimmed(answers.ClassName()->Text()));
-  const ClassRef made = newClass(name, "superclass of " + old.name(), &old, kGap);
+  const ClassRef made = newClass(name, "superclass of " + old.name(), &old, kSplitGap);
   if (!made) return;
   const CanvasUpdate update(*m_diagram);
   Refill refill(*this);
@@ -61,7 +61,7 @@ void CLSEditor::split(repository::Class& old, editors::frmClass& answers, bool s
   m_repository->MoveAttributes(*made->clsObject(), *attributes, false);
   m_repository->MoveOperations(*made->clsObject(), *operations, false);
   refill.run();
-  placeBeside(*made->Node(), *old.Node(), kGap);
+  placeBeside(*made->Node(), *old.Node(), kSplitGap);
   if (semantic) {
     const AssociationRef inherits =
         createLink(RelationshipKind::generalization, freshKey(), "",

@@ -13,9 +13,9 @@ namespace {
 
 /// The boxes from the top to the bottom of a drawing by springs, which brings related ones near
 /// each other, then those without lines, the highest first.
-class Order {
+class MatrixOrder {
  public:
-  explicit Order(const Graph& graph, const Spacing& spacing)
+  explicit MatrixOrder(const Graph& graph, const Spacing& spacing)
       : m_places(spring(graph, spacing).positions), m_down(graph.boxes.size()) {
     for (std::size_t i = 0; i < m_places.size(); ++i) {
       m_places[i] = m_places[i] + Point{graph.boxes[i].width / 2, graph.boxes[i].height / 2};
@@ -52,9 +52,9 @@ class Order {
   int m_joined = 0;  ///< so many of them have lines
 };
 
-class Grid {
+class MatrixGrid {
  public:
-  Grid(const Graph& graph, std::vector<int> order, double gap, int columns)
+  MatrixGrid(const Graph& graph, std::vector<int> order, double gap, int columns)
       : m_order(std::move(order)),
         m_columns(columns),
         m_left(columns + 1, 0),
@@ -91,16 +91,16 @@ Drawing matrix(const Graph& graph, const Spacing& wanted) {
   const Spacing spacing = checked(wanted);
   Drawing drawing;
   drawing.positions.resize(input.boxes.size());
-  const Order order(input, spacing);
+  const MatrixOrder order(input, spacing);
   double least = std::numeric_limits<double>::infinity();
   int best = 1;
   for (int columns = 1; columns <= order.boxes(); columns += 1 + columns / 16) {
-    const Grid grid(input, order.inRows(columns), spacing.node, columns);
+    const MatrixGrid grid(input, order.inRows(columns), spacing.node, columns);
     if (waste(grid.size(), spacing.aspect) >= least) continue;
     least = waste(grid.size(), spacing.aspect);
     best = columns;
   }
-  if (order.boxes() > 0) Grid(input, order.inRows(best), spacing.node, best).place(drawing);
+  if (order.boxes() > 0) MatrixGrid(input, order.inRows(best), spacing.node, best).place(drawing);
   drawStraightLines(input, spacing.node, drawing);
   return drawing;
 }

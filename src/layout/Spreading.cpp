@@ -13,7 +13,7 @@ using platform::Rect;
 using platform::Size;
 
 /// Of the whole to what the boxes cover with their gaps.
-constexpr double kLooseness = 2;
+constexpr double kSpreadLooseness = 2;
 
 class Spreader {
  public:
@@ -53,7 +53,7 @@ class Spreader {
 
   void drawApart() {
     const Rect whole = extent();
-    const double factor = std::sqrt(kLooseness * roomOf(m_order) / (whole.width * whole.height));
+    const double factor = std::sqrt(kSpreadLooseness * roomOf(m_order) / (whole.width * whole.height));
     if (!(factor > 1)) return;
     for (Point& place : m_places) place = place * factor;
   }

@@ -8,7 +8,7 @@ namespace brisel::layout {
 namespace {
 
 /// Rows come out wider than their boxes, since these stand below each other where lines join them.
-constexpr double kLooseness = 1.15;
+constexpr double kWideLooseness = 1.15;
 
 struct Extent {
   double width = 0;
@@ -22,7 +22,7 @@ class Splitter {
     m_layers.resize(1 + *std::max_element(layer.begin(), layer.end()));
     for (int n = 0; n < component.nodes(); ++n) {
       Extent& e = m_layers[layer[n]];
-      e.width += kLooseness * (component.width[n] + spacing.node);
+      e.width += kWideLooseness * (component.width[n] + spacing.node);
       e.height = std::max(e.height, component.height[n] + spacing.layer);
     }
   }
@@ -45,7 +45,7 @@ class Splitter {
       const double share = m_layers[l].width / parts(m_layers[l], most);
       double used = 0;
       for (const int n : nodes) {
-        const double width = kLooseness * (m_component.width[n] + m_spacing.node);
+        const double width = kWideLooseness * (m_component.width[n] + m_spacing.node);
         const int part = static_cast<int>((used + width / 2) / share);
         m_layer[n] = first[l] + std::min(part, parts(m_layers[l], most) - 1);
         used += width;
@@ -64,7 +64,7 @@ class Splitter {
     double low = 0;
     double high = 0;
     for (int n = 0; n < m_component.nodes(); ++n) {
-      low = std::max(low, kLooseness * (m_component.width[n] + m_spacing.node));
+      low = std::max(low, kWideLooseness * (m_component.width[n] + m_spacing.node));
     }
     for (const Extent& e : m_layers) high = std::max(high, e.width);
     if (fits(high) || high <= low) return std::max(low, high);

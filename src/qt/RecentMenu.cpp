@@ -11,7 +11,7 @@ namespace brisel::qt {
 
 namespace {
 
-constexpr const char* kSetting = "recentFiles";
+constexpr const char* kRecentSetting = "recentFiles";
 constexpr qsizetype kMost = 10;
 
 /// The name for the eye, the folder to tell it from others of the name.
@@ -34,7 +34,7 @@ RecentMenu::RecentMenu(QMenu& menu, QAction& clear, Open open)
 }
 
 QStringList RecentMenu::files() {
-  QStringList files = QSettings().value(kSetting).toStringList();
+  QStringList files = QSettings().value(kRecentSetting).toStringList();
   files.removeIf([](const QString& file) { return !QFileInfo(file).isFile(); });
   return files;
 }
@@ -44,17 +44,17 @@ void RecentMenu::add(const QString& file) {
   QStringList all = files();
   all.removeAll(absolute);
   all.prepend(absolute);
-  QSettings().setValue(kSetting, all.mid(0, kMost));
+  QSettings().setValue(kRecentSetting, all.mid(0, kMost));
 }
 
-void RecentMenu::clear() { QSettings().remove(kSetting); }
+void RecentMenu::clear() { QSettings().remove(kRecentSetting); }
 
 void RecentMenu::refresh() {
   for (QAction* action : m_menu.actions()) {
     if (action->data().isValid()) delete action;
   }
   const QStringList all = files();
-  if (all != QSettings().value(kSetting).toStringList()) QSettings().setValue(kSetting, all);
+  if (all != QSettings().value(kRecentSetting).toStringList()) QSettings().setValue(kRecentSetting, all);
   QAction* separator = m_menu.actions().constFirst();
   for (qsizetype i = 0; i < all.size(); ++i) {
     auto* action = new QAction(entryOf(i, all[i]), &m_menu);

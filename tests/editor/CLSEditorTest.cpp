@@ -13,7 +13,7 @@ using platform::Ref;
 using platform::Value;
 using test::EditorBench;
 
-std::string callsOf(const component::HostObject& host) {
+std::string namesOfCalls(const component::HostObject& host) {
   std::string names;
   for (auto& call : each<component::HostCall>(host.Calls())) names += call.member() + " ";
   return names;
@@ -56,17 +56,17 @@ TEST(CLSEditor, serves) {
   const auto window = make<component::HostObject>();
   bench.editor->ParentWindow(window.get());
   bench.editor->Populate();
-  EXPECT_EQ(callsOf(*window), "HourglassOn HourglassOff ");
+  EXPECT_EQ(namesOfCalls(*window), "HourglassOn HourglassOff ");
 
   const auto session = make<component::HostObject>();
   const auto application = make<component::HostObject>();
   session->set("Application", Value(application));
   bench.editor->Session(session.get());
   bench.editor->diagram()->KeyReleased("F2");
-  EXPECT_EQ(callsOf(*application), "");
+  EXPECT_EQ(namesOfCalls(*application), "");
   bench.editor->diagram()->KeyReleased("F1");
   bench.editor->ActiveBar21()->KeyReleased("F1");
-  EXPECT_EQ(callsOf(*application), "ShowHelp ShowHelp ");
+  EXPECT_EQ(namesOfCalls(*application), "ShowHelp ShowHelp ");
 }
 
 TEST(CLSEditor, switchesTheBusyCursorOffWhateverFails) {
@@ -75,7 +75,7 @@ TEST(CLSEditor, switchesTheBusyCursorOffWhateverFails) {
   bench.editor->ParentWindow(window.get());
   bench.editor->Repository(nullptr);
   bench.editor->Populate();
-  EXPECT_EQ(callsOf(*window), "HourglassOn HourglassOff ");
+  EXPECT_EQ(namesOfCalls(*window), "HourglassOn HourglassOff ");
   ASSERT_EQ(bench.messages.size(), 1U);
   EXPECT_EQ(bench.messages[0],
             "Error No: 91  'No repository is set'(Module 'CLSEditor' Function 'Populate()')");
@@ -106,8 +106,8 @@ TEST(CLSEditor, unregistersFromTheHost) {
     bench.editor->ComponentName("classes");
     bench.editor->terminate();
     bench.editor->terminate();
-    EXPECT_EQ(callsOf(*manager), one.managerCalls);
-    EXPECT_EQ(callsOf(*comObject), one.objectCalls);
+    EXPECT_EQ(namesOfCalls(*manager), one.managerCalls);
+    EXPECT_EQ(namesOfCalls(*comObject), one.objectCalls);
     EXPECT_TRUE(bench.messages.empty());
     EXPECT_FALSE(bench.editor->diagram()->get("UUIDGenerator").object());
   }
