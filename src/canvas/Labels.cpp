@@ -24,8 +24,20 @@ constexpr layout::LabelGaps kGaps{
 /// A line is looked around in pieces of this length.
 constexpr double kPieceLength = 8192;
 
-/// Lines that are entered in longer parts cross half of the diagram and do not count; boxes do.
+/// What is entered in longer parts is not looked for.
 constexpr double kLongestPart = 16384;
+
+/// Lines that cross half of the diagram do not count as obstacles: there is no way round them. All
+/// parts of the others are shorter than the longest.
+bool countsAsObstacle(const std::vector<Point>& course) {
+  constexpr double kLongest = 180'000;
+  double length = 0;
+  for (std::size_t i = 1; i < course.size(); ++i) {
+    const Point way = course[i] - course[i - 1];
+    length += std::max(std::abs(way.x), std::abs(way.y));
+  }
+  return length <= kLongest;
+}
 
 }  // namespace
 
@@ -78,6 +90,7 @@ void Labels::clear() {
 }
 
 void Labels::addPieces(const std::vector<Point>& course) {
+  if (!countsAsObstacle(course)) return;
   for (std::size_t i = 1; i < course.size(); ++i) m_pieces.push_back({course[i - 1], course[i]});
 }
 
@@ -205,6 +218,7 @@ void Labels::addObstacle(const Item& item, const Link& link, Stage stage, LabelO
     found.solid.push_back(geometry.endText);
   }
   if (stage == Stage::name && comesBefore) found.solid.push_back(geometry.label);
+  if (!countsAsObstacle(geometry.points)) return;
   for (std::size_t i = 1; i < geometry.points.size(); ++i) {
     found.pieces.push_back({geometry.points[i - 1], geometry.points[i]});
   }

@@ -9,11 +9,11 @@
 namespace brisel::layout {
 namespace {
 
-const Spacing kPlaceSpacing{30, 50, 1.6};
+const Spacing kRoom{30, 50, 1.6};
 
 using Places = std::vector<std::optional<Point>>;
 
-Rect boxOf(const Graph& graph, const std::vector<Point>& places, std::size_t i) {
+Rect rectOf(const Graph& graph, const std::vector<Point>& places, std::size_t i) {
   return {places[i].x, places[i].y, graph.boxes[i].width, graph.boxes[i].height};
 }
 
@@ -23,7 +23,7 @@ int overlaps(const Graph& graph, const Places& standing, const std::vector<Point
   for (std::size_t i = 0; i < places.size(); ++i) {
     for (std::size_t k = 0; k < i; ++k) {
       if (standing[i] && standing[k]) continue;
-      pairs += boxOf(graph, places, i).grownBy(-0.01).intersects(boxOf(graph, places, k));
+      pairs += rectOf(graph, places, i).grownBy(-0.01).intersects(rectOf(graph, places, k));
     }
   }
   return pairs;
@@ -32,12 +32,12 @@ int overlaps(const Graph& graph, const Places& standing, const std::vector<Point
 TEST(PlacedAmong, keepsWhatStandsAndCoversNothing) {
   for (const std::uint64_t seed : {1, 2, 3}) {
     const Graph graph = test::classDiagram(200, seed);
-    const Drawing before = layered(graph, kPlaceSpacing);
+    const Drawing before = layered(graph, kRoom);
     Places standing(before.positions.begin(), before.positions.end());
     double joined = 0;
     for (std::size_t i = seed; i < standing.size(); i += 5) standing[i].reset();
-    const auto places = placedAmong(graph, standing, kPlaceSpacing);
-    EXPECT_EQ(places, placedAmong(graph, standing, kPlaceSpacing));
+    const auto places = placedAmong(graph, standing, kRoom);
+    EXPECT_EQ(places, placedAmong(graph, standing, kRoom));
     double length = 0;
     double whole = 0;
     for (std::size_t i = 0; i < places.size(); ++i) {
@@ -48,7 +48,7 @@ TEST(PlacedAmong, keepsWhatStandsAndCoversNothing) {
     for (const Edge& edge : graph.edges) {
       if (edge.source == edge.target || (standing[edge.source] && standing[edge.target])) continue;
       const Point way =
-          boxOf(graph, places, edge.source).center() - boxOf(graph, places, edge.target).center();
+          rectOf(graph, places, edge.source).center() - rectOf(graph, places, edge.target).center();
       length += std::hypot(way.x, way.y);
       ++joined;
     }
@@ -61,7 +61,7 @@ TEST(PlacedAmong, putsSubClassesBelowSuperClassesAboveAndOthersBeside) {
                     {{1, 0, EdgeKind::generalization},
                      {0, 2, EdgeKind::realization},
                      {3, 0, EdgeKind::association}}};
-  const auto places = placedAmong(graph, {Point{1000, 1000}, {}, {}, {}, {}}, kPlaceSpacing);
+  const auto places = placedAmong(graph, {Point{1000, 1000}, {}, {}, {}, {}}, kRoom);
   EXPECT_EQ(places[1], (Point{1050, 1150}));
   EXPECT_EQ(places[2], (Point{1050, 900}));
   EXPECT_EQ(places[3], (Point{1230, 1025}));
@@ -73,13 +73,13 @@ TEST(PlacedAmong, takesWhatNobodyDraws) {
     SCOPED_TRACE(name);
     Places standing(graph.boxes.size());
     if (!standing.empty()) standing[0] = Point{-500, 300};
-    const auto places = placedAmong(graph, standing, kPlaceSpacing);
+    const auto places = placedAmong(graph, standing, kRoom);
     for (const Point p : places) ASSERT_TRUE(std::isfinite(p.x) && std::isfinite(p.y));
     if (graph.boxes.size() < 400 && name != "odd sizes") {
       EXPECT_EQ(overlaps(graph, standing, places), 0);
     }
   }
-  EXPECT_THROW(static_cast<void>(placedAmong(test::isolated(2), {}, kPlaceSpacing)), platform::Error);
+  EXPECT_THROW(static_cast<void>(placedAmong(test::isolated(2), {}, kRoom)), platform::Error);
 }
 
 TEST(ClearShift, isShortAndClear) {
