@@ -329,6 +329,7 @@ class CLSEditor : public platform::Object {
   void followTool(const ObjectRef& tool);
   void toolSelected(const std::vector<std::string>& identifiers);
   bool present(const std::vector<std::string>& identifiers);
+  void selectIn(platform::Object& templates);
   void toolEdited(Text type, const std::string& identifier);
   void toolClosed(const platform::Object* tool);
   void showModelInTools();

@@ -6,6 +6,7 @@
 #include "editor/Busy.h"
 #include "editor/CLSEditor.h"
 #include "platform/Error.h"
+#include "platform/MemberTable.h"
 #include "platform/ValueArray.h"
 
 namespace brisel::editor {
@@ -76,8 +77,20 @@ void CLSEditor::ShowTemplateEditor() {
     templates->set("Output", "");
     templates->set("DimFile", "");
     templates->set("template", "");
+    selectIn(*templates);
     templates->call("PopUp");
   });
+}
+
+/// The classes that are selected are those that a template is tried on; a host's tool may not have
+/// that.
+void CLSEditor::selectIn(platform::Object& templates) {
+  if (!templates.memberTable().find("Select", platform::Member::Kind::method)) return;
+  std::vector<Value> keys;
+  for (auto& box : each<platform::DiagramNode>(m_diagram->getSelectedNodes())) {
+    keys.emplace_back(box.key());
+  }
+  templates.call("Select", {platform::make<platform::ValueArray>(std::move(keys))});
 }
 
 CLSEditor::ObjectRef CLSEditor::MatrixBrowser1() const {

@@ -175,6 +175,7 @@ bool MainWindow::openFiles(const std::vector<std::string>& files) {
     for (const std::string& file : files) RecentMenu::add(toQt(file));
   } catch (const std::exception& error) {
     done = false;
+    m_toldChange = Change::none;  // what was told of the open file is covered
     m_messages->show(MessageBar::Kind::error, tr("Nothing was opened. %1").arg(error.what()));
   }
   QApplication::restoreOverrideCursor();
@@ -206,7 +207,7 @@ void MainWindow::save(bool askForFile) {
 
 void MainWindow::reload() {
   m_editor->finishEditing();
-  if (!mayReplaceDiagram()) return;
+  if (!mayReplaceDiagram()) return lookAgain();
   try {
     m_document.reload();
     m_toldChange = Change::none;
@@ -214,6 +215,11 @@ void MainWindow::reload() {
     m_messages->show(MessageBar::Kind::error, tr("Nothing was reloaded. %1").arg(error.what()));
   }
   refreshState();
+}
+
+void MainWindow::lookAgain() {
+  m_toldChange = Change::none;
+  lookAtFile();
 }
 
 /// Tells once of each thing that another program did to the file.

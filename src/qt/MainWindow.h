@@ -31,6 +31,8 @@ class MainWindow : public QMainWindow {
   /// Opens the files as one model in the place of the diagram; tells in the strip what went wrong,
   /// then it is false, or was left out.
   bool openFiles(const std::vector<std::string>& files);
+  /// Tells of what another program did to the file, even when it was told before.
+  void lookAgain();
   /// True while it shows an empty diagram in which nothing was done yet.
   [[nodiscard]] bool isUntouched() const { return m_document.isUntouched(); }
   /// True when nothing would be lost, or the person wants to lose it.

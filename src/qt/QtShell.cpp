@@ -53,6 +53,8 @@ QMessageBox::ButtonRole roleOf(const std::string& caption) {
 
 QWidget* QtShell::front() const {
   if (QWidget* modal = QApplication::activeModalWidget()) return modal;
+  QWidget* active = QApplication::activeWindow();
+  if (active && std::find(m_tools.begin(), m_tools.end(), active) != m_tools.end()) return active;
   return m_window ? m_window.data() : QApplication::activeWindow();
 }
 

@@ -86,6 +86,7 @@ MainWindow& Windows::open(const std::vector<std::string>& files, MainWindow* fro
   for (const std::string& file : files) paths.push_back(absolute(file));
   if (const Entry* shown = showing(paths.front())) {
     shown->window->bringToFront();
+    shown->window->lookAgain();
     return *shown->window;
   }
   if (from && from->isUntouched()) {

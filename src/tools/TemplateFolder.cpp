@@ -52,6 +52,7 @@ std::string TemplateFolder::find(std::string_view name) const {
     const fs::path file = fs::path(folder) / withEnding(name);
     if (!folder.empty() && isFile(file)) return file.string();
   }
+  if (path.ends_with(kEnding) && isFile(path)) return path;
   std::string known;
   for (const std::string& other : list()) known.append(known.empty() ? "" : ", ").append(other);
   throw platform::Error(platform::ErrorNumber::fileNotFound,

@@ -7,6 +7,7 @@
 #include "support/EditorBench.h"
 #include "support/EditorChecks.h"
 #include "tools/MatrixBrowser.h"
+#include "tools/Template.h"
 
 namespace brisel::editor {
 namespace {
@@ -63,6 +64,18 @@ TEST_F(OpenToolsTest, drawsWhatIsEditedThereAndLeavesTheRest) {
   EXPECT_EQ(drawnNodes(), "A B C");
   EXPECT_EQ(test::checkAgreement(*editor), "");
   EXPECT_TRUE(messages.empty()) << messages.front();
+}
+
+TEST_F(OpenToolsTest, templatesAreTriedOnTheSelectedClasses) {
+  Ref<tools::Template> made;
+  registry.add("BriselTemplateEditor.Template", [&](platform::ComponentRegistry& suite) {
+    return made = platform::make<tools::Template>(suite);
+  });
+  editor->diagram()->call("selNode", {"B"});
+  editor->ShowTemplateEditor();
+  ASSERT_TRUE(made);
+  ASSERT_EQ(made->Selected()->values().size(), 1U);
+  EXPECT_EQ(made->Selected()->values().front(), Value("B"));
 }
 
 TEST_F(OpenToolsTest, selectsWhatIsChosenThere) {
