@@ -196,17 +196,22 @@ void Labels::addObstacles(const Rect& area, const Link& link, Stage stage,
   m_near.clear();
   m_scene.m_index.collect(area, m_near, kLongestPart);
   for (const Item* item : m_near) {
-    if (m_large.empty() || !m_large.contains(item)) addObstacle(*item, link, stage, found);
+    if (m_large.empty() || !m_large.contains(item)) addObstacle(*item, area, link, stage, found);
   }
-  for (const Item* item : m_large) addObstacle(*item, link, stage, found);
+  for (const Item* item : m_large) addObstacle(*item, area, link, stage, found);
   // Its own texts are not yet found where they stand.
   found.solid.push_back(link.m_geometry.beginText);
   found.solid.push_back(link.m_geometry.endText);
 }
 
-void Labels::addObstacle(const Item& item, const Link& link, Stage stage, LabelObstacles& found) {
+void Labels::addObstacle(const Item& item, const Rect& area, const Link& link, Stage stage,
+                         LabelObstacles& found) {
+  // Of a long line that passes by, most lies elsewhere.
+  const auto addSolid = [&](const Rect& solid) {
+    if (solid.intersects(area)) found.solid.push_back(solid);
+  };
   if (!item.isLink()) {
-    found.solid.push_back(static_cast<const Node&>(item).bounds());
+    addSolid(static_cast<const Node&>(item).bounds());
     return;
   }
   if (&item == &link) return;
@@ -214,13 +219,18 @@ void Labels::addObstacle(const Item& item, const Link& link, Stage stage, LabelO
   const Link::Geometry& geometry = other.m_geometry;
   const bool comesBefore = other.order() < link.order();
   if (stage == Stage::name || comesBefore) {
-    found.solid.push_back(geometry.beginText);
-    found.solid.push_back(geometry.endText);
+    addSolid(geometry.beginText);
+    addSolid(geometry.endText);
   }
-  if (stage == Stage::name && comesBefore) found.solid.push_back(geometry.label);
+  if (stage == Stage::name && comesBefore) addSolid(geometry.label);
   if (!countsAsObstacle(geometry.points)) return;
   for (std::size_t i = 1; i < geometry.points.size(); ++i) {
-    found.pieces.push_back({geometry.points[i - 1], geometry.points[i]});
+    const Point from = geometry.points[i - 1];
+    const Point to = geometry.points[i];
+    const bool isNear = std::min(from.x, to.x) <= area.right() &&
+                        std::max(from.x, to.x) >= area.left &&
+                        std::min(from.y, to.y) <= area.bottom() && std::max(from.y, to.y) >= area.top;
+    if (isNear) found.pieces.push_back({from, to});
   }
 }
 

@@ -88,7 +88,7 @@ class Labels {
                                            const Link& link, Stage stage) const;
   void addObstacles(const platform::Rect& area, const Link& link, Stage stage,
                     layout::LabelObstacles& found) const;
-  static void addObstacle(const Item& item, const Link& link, Stage stage,
+  static void addObstacle(const Item& item, const platform::Rect& area, const Link& link, Stage stage,
                           layout::LabelObstacles& found);
   void noteSize(const Item& item, double side);
 
