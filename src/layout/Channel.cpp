@@ -4,20 +4,21 @@
 #include <cmath>
 #include <limits>
 #include <numeric>
+#include <tuple>
 #include <utility>
 
+#include "layout/Comb.h"
 #include "layout/LayerGraph.h"
 
 namespace brisel::layout {
 namespace {
 
 /// What shares one horizontal piece: a wire or a trunk.
-struct Net {
-  double left;
-  double right;
-  double top;
-  bool goesLeft = false;
-  bool goesRight = false;
+struct Net : Comb {
+  [[nodiscard]] double left() const { return std::min(top, bottoms.front()); }
+  [[nodiscard]] double right() const { return std::max(top, bottoms.back()); }
+  [[nodiscard]] bool goesLeft() const { return bottoms.front() < top; }
+  [[nodiscard]] bool goesRight() const { return bottoms.back() > top; }
 };
 
 /// The highest number over stretches of a line of slots, where numbers only grow.
@@ -71,6 +72,7 @@ class Assigner {
     wishOrder();
     findMeetings();
     order();
+    sift();
     stack();
     detour();
     return std::move(m_tracks);
@@ -99,15 +101,12 @@ class Assigner {
       int& known = wire.trunk < 0 ? m_net[i] : ofTrunk[wire.trunk];
       if (known < 0) {
         known = count(m_nets);
-        m_nets.push_back({wire.top, wire.top, wire.top});
+        m_nets.push_back({{wire.top}});
       }
       m_net[i] = known;
-      Net& net = m_nets[known];
-      net.left = std::min(net.left, wire.bottom);
-      net.right = std::max(net.right, wire.bottom);
-      net.goesLeft |= wire.bottom < wire.top;
-      net.goesRight |= wire.bottom > wire.top;
+      m_nets[known].bottoms.push_back(wire.bottom);
     }
+    for (Net& net : m_nets) std::sort(net.bottoms.begin(), net.bottoms.end());
   }
 
   /// Of the nets that go one way, those whose horizontal pieces touch follow each other.
@@ -115,7 +114,7 @@ class Assigner {
     for (const bool right : {true, false}) {
       std::vector<int> nets;
       for (int n = 0; n < count(m_nets); ++n) {
-        if (right ? m_nets[n].goesRight : m_nets[n].goesLeft) nets.push_back(n);
+        if (right ? m_nets[n].goesRight() : m_nets[n].goesLeft()) nets.push_back(n);
       }
       std::stable_sort(nets.begin(), nets.end(), [&](int a, int b) {
         return right ? m_nets[a].top > m_nets[b].top : m_nets[a].top < m_nets[b].top;
@@ -132,7 +131,7 @@ class Assigner {
       const Net& net = m_nets[nets[k]];
       // Seen from where the tops come first.
       const double start = right ? net.top : -net.top;
-      const double end = right ? net.right : -net.left;
+      const double end = right ? net.right() : -net.left();
       const bool touches = k + 1 < count(nets) && start <= reach;
       if (touches) m_wishes.emplace_back(nets[k], nets[k + 1]);
       reach = touches ? std::max(reach, end) : end;
@@ -208,9 +207,59 @@ class Assigner {
     return best;
   }
 
+  /// Moves single nets up and down in the order while fewer lines cross by that. The first order
+  /// takes each pair by itself for as good as it can be, which trunks are not.
+  void sift() {
+    constexpr int kMost = 400;
+    constexpr int kMostRounds = 20;
+    const int nets = count(m_nets);
+    if (nets > kMost) return;
+    // Of a pair, what it costs that the first lies above the second.
+    std::vector<int> costs(static_cast<std::size_t>(nets) * nets, 0);
+    const auto cost = [&](int upper, int lower) -> int& {
+      return costs[static_cast<std::size_t>(upper) * nets + lower];
+    };
+    for (int a = 0; a < nets; ++a) {
+      for (int b = 0; b < nets; ++b) {
+        const bool touch =
+            m_nets[a].left() < m_nets[b].right() && m_nets[b].left() < m_nets[a].right();
+        if (a != b && touch) cost(a, b) = m_nets[a].crossingsAbove(m_nets[b]);
+      }
+    }
+    // A line that lies the wrong way round has to make a detour.
+    for (const Meeting& meeting : m_meetings) cost(meeting.lower, meeting.upper) += nets;
+    for (int round = 0; round < kMostRounds; ++round) {
+      bool any = false;
+      for (int n = 0; n < nets; ++n) any |= siftOne(n, cost);
+      if (!any) break;
+    }
+  }
+
+  /// Moves a net to its best place in the order; true when that is another one.
+  template <class Cost>
+  bool siftOne(int net, Cost&& cost) {
+    const auto begin = m_order.begin();
+    const auto at = static_cast<int>(std::find(begin, m_order.end(), net) - begin);
+    int least = 0;
+    int best = at;
+    int sum = 0;
+    for (int k = at + 1; k < count(m_order); ++k) {
+      sum += cost(m_order[k], net) - cost(net, m_order[k]);
+      if (sum < least) std::tie(least, best) = std::pair(sum, k);
+    }
+    sum = 0;
+    for (int k = at - 1; k >= 0; --k) {
+      sum += cost(net, m_order[k]) - cost(m_order[k], net);
+      if (sum < least) std::tie(least, best) = std::pair(sum, k);
+    }
+    if (best > at) std::rotate(begin + at, begin + at + 1, begin + best + 1);
+    if (best < at) std::rotate(begin + best, begin + at, begin + at + 1);
+    return best != at;
+  }
+
   void stack() {
     std::vector<double> ends;
-    for (const Net& net : m_nets) ends.insert(ends.end(), {net.left, net.right});
+    for (const Net& net : m_nets) ends.insert(ends.end(), {net.left(), net.right()});
     std::sort(ends.begin(), ends.end());
     ends.erase(std::unique(ends.begin(), ends.end()), ends.end());
     const auto slot = [&](double x) {
@@ -220,10 +269,10 @@ class Assigner {
     m_trackOf.assign(m_nets.size(), 0);
     for (const int n : m_order) {
       // Also nets that do not touch but meet have to lie below each other.
-      const int first = slot(m_nets[n].left - m_apart);
-      const int last = slot(m_nets[n].right + m_apart) - 1;
+      const int first = slot(m_nets[n].left() - m_apart);
+      const int last = slot(m_nets[n].right() + m_apart) - 1;
       m_trackOf[n] = 1 + skyline.highest(first, std::max(first, last));
-      skyline.raise(slot(m_nets[n].left), slot(m_nets[n].right), m_trackOf[n]);
+      skyline.raise(slot(m_nets[n].left()), slot(m_nets[n].right()), m_trackOf[n]);
       m_tracks.count = std::max(m_tracks.count, m_trackOf[n] + 1);
     }
     for (int i = 0; i < count(m_wires); ++i) {

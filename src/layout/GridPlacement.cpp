@@ -157,7 +157,7 @@ class Annealer {
     const double nodes = m_component.nodes();
     const double most = kMostWork * nodes / (4 * count(m_component.arcs));
     const double wanted =
-        nodes * std::min({1200.0, 40 * nodes, std::max(0.33 * nodes, 1400 - 1.3 * nodes)});
+        nodes * std::min({1200.0, 12 * nodes, std::max(0.33 * nodes, 1400 - 1.3 * nodes)});
     const auto moves = static_cast<int>(std::min(wanted, most) / kCoolings) + 1;
     for (int i = 0; i < kCoolings; ++i) {
       m_moves.cool(kShortening, i / (kCoolings - 1.0), m_grid);

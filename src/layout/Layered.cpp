@@ -1,140 +1,28 @@
 #include <algorithm>
 #include <cmath>
-#include <tuple>
 #include <utility>
 
 #include "layout/Components.h"
-#include "layout/CrossingReduction.h"
-#include "layout/CycleRemoval.h"
-#include "layout/GridPlacement.h"
-#include "layout/Layering.h"
-#include "layout/LineCrossings.h"
-#include "layout/LineRouting.h"
-#include "layout/LongLines.h"
 #include "layout/Packing.h"
 #include "layout/Progress.h"
-#include "layout/RowPlacement.h"
-#include "layout/Sifting.h"
+#include "layout/Sketch.h"
 #include "layout/StraightLines.h"
-#include "layout/WideLayers.h"
 
 namespace brisel::layout {
 namespace {
 
-/// Components of so few nodes are drawn in several ways.
-constexpr int kFew = 500;
-/// A drawing so many times wider or narrower than wanted is drawn otherwise if that is possible.
-constexpr double kOffShape = 3;
-/// The shape of so small a component matters little to the whole.
-constexpr int kShapeless = 20;
-constexpr std::int64_t kSiftingWork = 800'000'000;
+/// Up to so many boxes a person sees each crossing.
+constexpr int kSeen = 1000;
 
 /// The room that one loop needs beside its box.
 double loopRoom(const Spacing& spacing) { return spacing.node / 3; }
 
-/// One way to draw a component, from (0, 0) on.
-struct Sketch {
-  Component component;
-  std::vector<int> layer;
-  std::vector<double> x;  ///< middle of every node
-  Routing routing;
-  double width = 0;
-  bool isNarrow = false;  ///< far from the wanted shape, either way
-  std::int64_t crossings = 0;
-  double length = 0;
-
-  [[nodiscard]] bool isBetterThan(const Sketch& other) const {
-    return std::tuple(isNarrow, crossings, length) <
-           std::tuple(other.isNarrow, other.crossings, other.length);
-  }
-};
-
-Sketch sketch(Component component, const LayeredGraph& graph, const Spacing& spacing) {
-  std::vector<double> width = component.width;
-  width.resize(graph.layer.size(), 0);
-  Sketch result;
-  result.x = placeInRows(graph, width, {spacing.node, spacing.node / 2});
-  result.routing = routeLines(component, graph, result.x, spacing);
-  result.layer = graph.layer;
-  for (int n = 0; n < component.nodes(); ++n) {
-    result.width = std::max(result.width, result.x[n] + component.width[n] / 2);
-  }
-  for (const Polyline& line : result.routing.lines) {
-    for (const Point p : line) result.width = std::max(result.width, p.x);
-  }
-  const double aspect = result.width / result.routing.bottom / spacing.aspect;
-  result.isNarrow =
-      component.nodes() > kShapeless && (aspect > kOffShape || aspect < 1 / kOffShape);
-  result.component = std::move(component);
-  return result;
-}
-
-/// Layers that keep lines short, split where they are too wide, ordered by sweeps.
-Sketch sketchBySweeps(Component component, const Spacing& spacing) {
-  removeCycles(component);
-  std::vector<int> layer = layersOf(component);
-  splitWideLayers(component, spacing, layer);
-  LayeredGraph graph = withBends(component, layer);
-  reduceCrossings(graph);
-  return sketch(std::move(component), graph, spacing);
-}
-
-/// Layers and a first order from a placement in a grid.
-Sketch sketchByPlacement(Component component, const Spacing& spacing, std::uint64_t seed,
-                         const Progress& progress) {
-  const double work = component.nodes();
-  const Grid grid = placeOnGrid(component, spacing, seed);
-  progress.step(0.2 * work);
-  const std::vector<int> layer = layersFrom(component, grid);
-  std::vector<double> place;
-  for (int n = 0; n < component.nodes(); ++n) place.push_back(grid.of(n).column);
-  turnDown(component, layer);
-  LayeredGraph graph = withBends(component, layer);
-  progress.step(0.3 * work);
-  orderRows(component, place, graph);
-  progress.step(0.5 * work);
-  siftRows(graph, kSiftingWork);
-  progress.step(0.7 * work);
-  return sketch(std::move(component), graph, spacing);
-}
-
-/// The best of several sketches: of small components more, where a person sees each crossing.
-Sketch bestSketch(const Component& component, const Spacing& spacing, bool seesEach,
-                  const Progress& progress) {
-  const int nodes = component.nodes();
-  const int arcs = count(component.arcs);
-  const bool isTree = arcs == nodes - 1;
-  const bool isSmall = seesEach && nodes <= kFew && arcs <= 3 * kFew;
-  const int most = nodes < kShapeless ? 3 : 12;
-  const int placements = isSmall ? std::clamp(2000 / std::max(nodes, arcs), 3, most) : 1;
-  std::vector<Sketch> best;
-  const auto offer = [&](Sketch next) {
-    next.crossings = lineCrossings(next.routing.lines);
-    next.length = lineLength(next.routing.lines);
-    if (best.empty()) {
-      best.push_back(std::move(next));
-    } else if (next.isBetterThan(best[0])) {
-      best[0] = std::move(next);
-    }
-  };
-  if (isSmall || isTree) offer(sketchBySweeps(component, spacing));
-  Component acyclic = component;
-  breakInheritanceCycles(acyclic);
-  for (int k = 0; k < placements; ++k) {
-    if (!best.empty() && !best[0].isNarrow && best[0].crossings == 0) break;
-    Sketch next = sketchByPlacement(acyclic, spacing, static_cast<std::uint64_t>(k) + 1, progress);
-    if (placements == 1 && best.empty()) return next;
-    offer(std::move(next));
-  }
-  return std::move(best[0]);
-}
-
 /// Puts a sketch into the drawing and gives its size.
-Size takeOver(const Graph& input, Sketch& sketch, Drawing& drawing) {
+Size takeOver(const Graph& input, Sketch sketch, Drawing& drawing) {
   const Component& component = sketch.component;
   for (int n = 0; n < component.nodes(); ++n) {
     const double left = sketch.x[n] - component.width[n] / 2;
-    drawing.positions[component.boxes[n]] = {left, sketch.routing.rowTop[sketch.layer[n]]};
+    drawing.positions[component.boxes[n]] = {left, sketch.routing.rowTop[sketch.graph.layer[n]]};
   }
   for (int i = 0; i < count(component.arcs); ++i) {
     const Arc& arc = component.arcs[i];
@@ -214,8 +102,8 @@ Drawing layered(const Graph& graph, const Spacing& wanted, const GoOn& goOn) {
   Progress progress(goOn, static_cast<double>(input.boxes.size()));
   for (const Component& c : parts.components) {
     progress.step();
-    Sketch best = bestSketch(c, spacing, count(input.boxes) <= 2 * kFew, progress);
-    sizes.push_back(takeOver(input, best, drawing));
+    const bool isSeen = count(input.boxes) <= kSeen;
+    sizes.push_back(takeOver(input, bestSketch(c, spacing, isSeen, progress), drawing));
     progress.done(c.nodes());
   }
   const std::vector<Point> places = packed(sizes, spacing.layer, spacing.aspect);

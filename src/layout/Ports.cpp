@@ -60,22 +60,16 @@ class Spreader {
     }
   }
 
-  /// 0 for generalizations, 1 for realizations, -1 for a line that leaves alone.
-  static int trunkKind(const Arc& arc) {
-    if (!arc.inheritance || arc.reversed) return -1;
-    return arc.kind == EdgeKind::realization ? 1 : 0;
-  }
-
   std::vector<Port> portsBelow(int node, const std::vector<int>& arcs) {
     std::array<std::vector<int>, 2> trunks;
     for (const int i : arcs) {
-      const int kind = trunkKind(m_component.arcs[i]);
+      const int kind = trunkOf(m_component.arcs[i]);
       if (kind >= 0) trunks[kind].push_back(i);
     }
     std::array<std::size_t, 2> seen{};
     std::vector<Port> ports;
     for (const int i : arcs) {
-      const int kind = trunkKind(m_component.arcs[i]);
+      const int kind = trunkOf(m_component.arcs[i]);
       if (kind < 0) {
         ports.push_back({m_x[next(i, true)], {i}});
       } else if (seen[kind]++ == trunks[kind].size() / 2) {

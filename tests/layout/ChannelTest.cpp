@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <utility>
 #include <vector>
 
@@ -123,6 +124,45 @@ TEST(Channel, TrunksShareOneTrackAndMeetNoOther) {
     }
     EXPECT_EQ(onEachOther(all, draw(all, tracks)), 0);
   }
+}
+
+/// The fewest crossings that any order of the tracks gives.
+std::int64_t leastCrossings(const std::vector<Wire>& wires, int nets) {
+  std::vector<int> order;
+  for (int i = 0; i < nets; ++i) order.push_back(i);
+  std::int64_t least = std::numeric_limits<std::int64_t>::max();
+  do {
+    Tracks tracks;
+    tracks.count = nets;
+    for (const Wire& wire : wires) {
+      const auto net =
+          static_cast<std::size_t>(wire.trunk >= 0 ? wire.trunk : &wire - wires.data());
+      tracks.track.push_back(order[net]);
+      tracks.detour.push_back(wire.bottom);
+      tracks.lowerTrack.push_back(-1);
+    }
+    least = std::min(least, lineCrossings(draw(wires, tracks)));
+  } while (std::next_permutation(order.begin(), order.end()));
+  return least;
+}
+
+TEST(Channel, TrunksAreCrossedAboutAsLittleAsTheyCanBe) {
+  Numbers numbers(6);
+  std::int64_t ours = 0;
+  std::int64_t least = 0;
+  for (int round = 0; round < 100; ++round) {
+    // Two trunks of four wires each, and four wires by themselves, which have numbers above.
+    const auto tops = shuffled(12, 10, 0, numbers);
+    const auto bottoms = shuffled(12, 10, 5, numbers);
+    std::vector<Wire> all;
+    for (int i = 0; i < 12; ++i) {
+      const int trunk = i < 2 || i > 5 ? i % 2 : -1;
+      all.push_back({trunk < 0 ? tops[i] : tops[trunk], bottoms[i], trunk});
+    }
+    ours += lineCrossings(draw(all, assignTracks(all, kApart)));
+    least += leastCrossings(all, 6);
+  }
+  EXPECT_LE(static_cast<double>(ours), 1.01 * static_cast<double>(least));
 }
 
 TEST(Channel, StraightWiresAndApartOnesNeedNoRoom) {

@@ -119,7 +119,8 @@ TEST(Layered, SubClassesMeetInOneTrunkForEachKind) {
   for (std::size_t i = 0; i < graph.edges.size(); ++i) {
     if (i % 4 == 0) graph.edges[i].kind = EdgeKind::realization;
   }
-  graph.edges.push_back({7, 0, EdgeKind::association});
+  graph.boxes.push_back(graph.boxes.back());
+  graph.edges.push_back({41, 0, EdgeKind::association});
   const Drawing drawing = layered(graph, kSpacing);
   std::map<EdgeKind, std::set<double>> ends;
   for (std::size_t i = 0; i < graph.edges.size(); ++i) {
@@ -131,6 +132,16 @@ TEST(Layered, SubClassesMeetInOneTrunkForEachKind) {
     all.insert(places.begin(), places.end());
   }
   EXPECT_EQ(all.size(), 3U);
+  EXPECT_EQ(test::piecesOnEachOther(graph, drawing), 0);
+}
+
+TEST(Layered, GeneralizationsWithALineBesideThemMayLeaveTheirTrunk) {
+  Graph graph = test::star(5);
+  for (std::size_t leaf = 1; leaf <= 5; ++leaf) {
+    graph.edges.push_back({leaf, 0, EdgeKind::association});
+  }
+  const Drawing drawing = layered(graph, kSpacing);
+  EXPECT_EQ(lineCrossings(drawing.lines), 0);
   EXPECT_EQ(test::piecesOnEachOther(graph, drawing), 0);
 }
 

@@ -18,6 +18,7 @@
 #include "layout/Numbers.h"
 #include "layout/RowPlacement.h"
 #include "layout/Sifting.h"
+#include "layout/TrunkSifting.h"
 #include "layout/WideLayers.h"
 
 namespace brisel::layout {
@@ -286,21 +287,55 @@ TEST(CrossingReduction, DrawsTreesWithoutCrossings) {
   }
 }
 
+/// The rows hold the nodes that they held, and each knows its place.
+void checkRows(const LayeredGraph& graph, std::vector<std::vector<int>> before) {
+  for (int row = 0; row < count(before); ++row) {
+    std::vector<int> now = graph.rows[row];
+    for (int i = 0; i < count(now); ++i) ASSERT_EQ(graph.position[now[i]], i);
+    std::sort(before[row].begin(), before[row].end());
+    std::sort(now.begin(), now.end());
+    ASSERT_EQ(now, before[row]);
+  }
+}
+
 TEST(Sifting, KeepsTheRowsAndNeverAddsCrossings) {
   for (Component& c : components()) {
     LayeredGraph graph = layeredGraph(c);
-    auto rows = graph.rows;
+    const auto rows = graph.rows;
     const std::int64_t before = crossings(graph);
     siftRows(graph, 10'000'000);
     EXPECT_LE(crossings(graph), before);
-    for (int row = 0; row < count(rows); ++row) {
-      for (int i = 0; i < count(rows[row]); ++i) ASSERT_EQ(graph.position[graph.rows[row][i]], i);
-      std::sort(rows[row].begin(), rows[row].end());
-      std::vector<int> now = graph.rows[row];
-      std::sort(now.begin(), now.end());
-      EXPECT_EQ(now, rows[row]);
-    }
+    checkRows(graph, rows);
+    for (Arc& arc : c.arcs) arc.alone = true;
+    const std::int64_t sifted = crossings(graph);
+    siftTrunks(c, graph, 1'000'000);
+    EXPECT_LE(crossings(graph), sifted);
+    checkRows(graph, rows);
   }
+}
+
+TEST(Sifting, LeadsLinesPastTrunks) {
+  // Four sub classes of the first node, and below it among them what other lines lead to.
+  Component c;
+  for (int n = 0; n < 7; ++n) {
+    c.boxes.push_back(n);
+    c.width.push_back(100);
+    c.room.push_back(0);
+    c.height.push_back(50);
+    if (n == 0) continue;
+    const bool inherits = n % 3 != 0;
+    c.arcs.push_back({0, n, n - 1, inherits, false,
+                      inherits ? EdgeKind::generalization : EdgeKind::association});
+  }
+  LayeredGraph graph = withBends(c, {0, 1, 1, 1, 1, 1, 1});
+  graph.rows[1] = {1, 3, 2, 4, 6, 5};
+  graph.numberRow(1);
+  siftTrunks(c, graph, 1'000'000);
+  const auto inherits = [](int n) { return n % 3 != 0; };
+  const auto& row = graph.rows[1];
+  const auto first = std::find_if(row.begin(), row.end(), inherits);
+  const auto last = std::find_if(row.rbegin(), row.rend(), inherits).base();
+  EXPECT_TRUE(std::all_of(first, last, inherits));
 }
 
 TEST(Blocks, AreNumberedFromTheLeftAndDoNotCross) {

@@ -1,0 +1,166 @@
+#include "layout/Sketch.h"
+
+#include <algorithm>
+#include <map>
+#include <tuple>
+#include <utility>
+
+#include "layout/CrossingReduction.h"
+#include "layout/CycleRemoval.h"
+#include "layout/GridPlacement.h"
+#include "layout/Layering.h"
+#include "layout/LineCrossings.h"
+#include "layout/LongLines.h"
+#include "layout/RowPlacement.h"
+#include "layout/Sifting.h"
+#include "layout/TrunkSifting.h"
+#include "layout/WideLayers.h"
+
+namespace brisel::layout {
+namespace {
+
+/// Components of so few nodes are drawn in several ways.
+constexpr int kFew = 500;
+/// A drawing so many times wider or narrower than wanted is drawn otherwise if that is possible.
+constexpr double kOffShape = 3;
+/// The shape of so small a component matters little to the whole.
+constexpr int kShapeless = 20;
+constexpr std::int64_t kSiftingWork = 800'000'000;
+
+Sketch draw(Component component, LayeredGraph graph, const Spacing& spacing) {
+  std::vector<double> width = component.width;
+  width.resize(graph.layer.size(), 0);
+  Sketch result;
+  result.x = placeInRows(graph, width, {spacing.node, spacing.node / 2});
+  result.routing = routeLines(component, graph, result.x, spacing);
+  for (int n = 0; n < component.nodes(); ++n) {
+    result.width = std::max(result.width, result.x[n] + component.width[n] / 2);
+  }
+  for (const auto& line : result.routing.lines) {
+    for (const Point p : line) result.width = std::max(result.width, p.x);
+  }
+  const double aspect = result.width / result.routing.bottom / spacing.aspect;
+  result.isOffShape =
+      component.nodes() > kShapeless && (aspect > kOffShape || aspect < 1 / kOffShape);
+  result.crossings = lineCrossings(result.routing.lines);
+  result.length = lineLength(result.routing.lines);
+  result.component = std::move(component);
+  result.graph = std::move(graph);
+  return result;
+}
+
+/// So much work is worth it where each crossing is seen.
+std::int64_t trunkWork(const Component& component) {
+  return component.nodes() <= kFew ? 20'000'000 : 0;
+}
+
+/// Layers that keep lines short, split where they are too wide, ordered by sweeps.
+Sketch sketchBySweeps(Component component, const Spacing& spacing) {
+  removeCycles(component);
+  std::vector<int> layer = layersOf(component);
+  splitWideLayers(component, spacing, layer);
+  LayeredGraph graph = withBends(component, layer);
+  reduceCrossings(graph);
+  siftTrunks(component, graph, trunkWork(component));
+  return draw(std::move(component), std::move(graph), spacing);
+}
+
+/// Layers and a first order from a placement in a grid. Pre: inheritance is acyclic.
+Sketch sketchByPlacement(Component component, const Spacing& spacing, std::uint64_t seed,
+                         const Progress& progress) {
+  const double work = component.nodes();
+  const Grid grid = placeOnGrid(component, spacing, seed);
+  progress.step(0.2 * work);
+  const std::vector<int> layer = layersFrom(component, grid);
+  std::vector<double> place;
+  for (int n = 0; n < component.nodes(); ++n) place.push_back(grid.of(n).column);
+  turnDown(component, layer);
+  LayeredGraph graph = withBends(component, layer);
+  progress.step(0.3 * work);
+  orderRows(component, place, graph);
+  progress.step(0.5 * work);
+  siftRows(graph, kSiftingWork);
+  siftTrunks(component, graph, trunkWork(component));
+  progress.step(0.7 * work);
+  return draw(std::move(component), std::move(graph), spacing);
+}
+
+/// Exchanges neighbours of a row while the drawing gets better by that.
+void polish(Sketch& sketch, const Spacing& spacing) {
+  constexpr int kMostNodes = 100'000;
+  int drawn = 0;
+  for (bool any = true; any && sketch.crossings > 0;) {
+    any = false;
+    for (int row = 0; row < count(sketch.graph.rows); ++row) {
+      for (int i = 0; i + 1 < count(sketch.graph.rows[row]) && drawn < kMostNodes; ++i) {
+        LayeredGraph graph = sketch.graph;
+        std::swap(graph.rows[row][i], graph.rows[row][i + 1]);
+        graph.numberRow(row);
+        drawn += graph.nodes();
+        Sketch next = draw(sketch.component, std::move(graph), spacing);
+        if (!next.isBetterThan(sketch)) continue;
+        sketch = std::move(next);
+        any = true;
+      }
+    }
+  }
+}
+
+/// Takes generalizations out of their trunks where another line joins the same two classes, which
+/// would have to cross the trunk; true when there are any.
+bool setTwinsApart(Component& component) {
+  std::map<std::pair<int, int>, int> lines;
+  const auto linesOf = [&](const Arc& arc) -> int& { return lines[std::minmax(arc.from, arc.to)]; };
+  for (const Arc& arc : component.arcs) ++linesOf(arc);
+  bool any = false;
+  for (Arc& arc : component.arcs) {
+    arc.alone = arc.inheritance && linesOf(arc) > 1;
+    any |= arc.alone;
+  }
+  return any;
+}
+
+}  // namespace
+
+bool Sketch::isBetterThan(const Sketch& other) const {
+  return std::tuple(isOffShape, crossings, length) <
+         std::tuple(other.isOffShape, other.crossings, other.length);
+}
+
+Sketch bestSketch(const Component& component, const Spacing& spacing, bool isSeen,
+                  const Progress& progress) {
+  const int nodes = component.nodes();
+  const int arcs = count(component.arcs);
+  const bool isTree = arcs == nodes - 1;
+  const bool isSmall = isSeen && nodes <= kFew && arcs <= 3 * kFew;
+  Component acyclic = component;
+  breakInheritanceCycles(acyclic);
+  if (!isSmall && !isTree) return sketchByPlacement(std::move(acyclic), spacing, 1, progress);
+
+  Sketch best = sketchBySweeps(component, spacing);
+  const auto isGood = [&] { return !best.isOffShape && best.crossings == 0; };
+  const auto offer = [&](Sketch next) {
+    if (next.isBetterThan(best)) best = std::move(next);
+  };
+  if (!isSmall) {
+    if (!isGood()) offer(sketchByPlacement(std::move(acyclic), spacing, 1, progress));
+    return best;
+  }
+  std::vector<Component> ways{acyclic};
+  Component apart = component;
+  if (setTwinsApart(apart)) {
+    if (!isGood()) offer(sketchBySweeps(apart, spacing));
+    breakInheritanceCycles(apart);
+    ways.push_back(std::move(apart));
+  }
+  const int most = nodes < kShapeless ? 6 : 24;
+  const int tries = std::clamp(2000 / std::max(nodes, arcs), 3, most);
+  for (int k = 0; k < tries && !isGood(); ++k) {
+    const auto seed = static_cast<std::uint64_t>(k) + 1;
+    offer(sketchByPlacement(ways[k % ways.size()], spacing, seed, progress));
+  }
+  polish(best, spacing);
+  return best;
+}
+
+}  // namespace brisel::layout
