@@ -72,6 +72,7 @@ struct Component {
 
 /// A graph all of whose lines join neighbouring layers. Nodes up to "boxes" are boxes, those above
 /// are bends of long lines; the bends of one line are numbered in sequence from top to bottom.
+/// Lines of one trunk may share bends.
 struct LayeredGraph {
   int boxes = 0;
   std::vector<int> layer;              ///< of each node, from the top

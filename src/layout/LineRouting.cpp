@@ -1,6 +1,8 @@
 #include "layout/LineRouting.h"
 
 #include <algorithm>
+#include <map>
+#include <utility>
 
 #include "layout/Channel.h"
 #include "layout/Ports.h"
@@ -105,9 +107,15 @@ class Router {
   /// Draws the lines through the channel below a row and gives its height.
   double drawChannel(int row, std::span<const int> arcs) {
     std::vector<Wire> wires;
+    std::map<std::pair<int, int>, int> trunks;  // those of a box, and their stems further down
     for (const int i : arcs) {
-      const bool first = m_graph.layer[m_component.arcs[i].from] == row;
-      wires.push_back({at(i, row), at(i, row + 1), first ? m_ports.trunk[i] : -1});
+      int trunk = m_ports.trunk[i];
+      if (trunk >= 0) {
+        const bool starts = m_graph.layer[m_component.arcs[i].from] == row;
+        const std::pair key(trunk, starts ? -1 : m_graph.firstBend[i]);
+        trunk = trunks.try_emplace(key, static_cast<int>(trunks.size())).first->second;
+      }
+      wires.push_back({at(i, row), at(i, row + 1), trunk});
     }
     const Tracks tracks = assignTracks(wires, m_spacing.node / 8);
     const double lead = 0.4 * m_spacing.layer;

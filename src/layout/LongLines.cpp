@@ -1,35 +1,78 @@
 #include "layout/LongLines.h"
 
 #include <algorithm>
+#include <cmath>
+#include <map>
 #include <numeric>
+#include <utility>
 
 namespace brisel::layout {
 namespace {
 
 constexpr int kLeftOut = -2;
 
-/// Numbers the bends; gives for each arc its first bend, -1 or kLeftOut.
-std::vector<int> numberBends(const Component& component, LayeredGraph& graph) {
-  constexpr int kMostBends = 400'000;
-  const auto span = [&](int i) {
-    return graph.layer[component.arcs[i].to] - graph.layer[component.arcs[i].from];
+/// Lines that share their bends: those of a trunk, or one alone.
+struct Bundle {
+  std::vector<int> arcs;
+  int passed = 0;  ///< layers between the upper box and the lowest
+};
+
+/// Lines of a trunk that end at most so far from the next one's end belong together.
+constexpr double kNear = 1;
+
+/// The lines that pass layers: those of each trunk that end near each other in one bundle.
+std::vector<Bundle> bundlesOf(const Component& component, const std::vector<int>& layer,
+                              const std::vector<double>& place) {
+  const auto passed = [&](int i) {
+    return layer[component.arcs[i].to] - layer[component.arcs[i].from] - 1;
   };
-  std::vector<int> shortestFirst(component.arcs.size());
+  const auto endOf = [&](int i) { return place.empty() ? 0 : place[component.arcs[i].to]; };
+  std::vector<Bundle> bundles;
+  std::map<std::pair<int, int>, std::vector<int>> trunks;
+  for (int i = 0; i < count(component.arcs); ++i) {
+    const Arc& arc = component.arcs[i];
+    if (passed(i) == 0) continue;
+    if (trunkOf(arc) >= 0) {
+      trunks[{arc.from, trunkOf(arc)}].push_back(i);
+    } else {
+      bundles.push_back({{i}, passed(i)});
+    }
+  }
+  for (auto& [trunk, arcs] : trunks) {
+    std::stable_sort(arcs.begin(), arcs.end(), [&](int a, int b) { return endOf(a) < endOf(b); });
+    double last = -INFINITY;
+    for (const int i : arcs) {
+      if (endOf(i) - last > kNear) bundles.emplace_back();
+      last = endOf(i);
+      bundles.back().arcs.push_back(i);
+      bundles.back().passed = std::max(bundles.back().passed, passed(i));
+    }
+  }
+  return bundles;
+}
+
+/// Numbers the bends; gives for each arc its first bend, -1 or kLeftOut.
+std::vector<int> numberBends(const Component& component, const std::vector<double>& place,
+                             LayeredGraph& graph) {
+  constexpr int kMostBends = 400'000;
+  const std::vector<Bundle> bundles = bundlesOf(component, graph.layer, place);
+  std::vector<int> shortestFirst(bundles.size());
   std::iota(shortestFirst.begin(), shortestFirst.end(), 0);
   std::stable_sort(shortestFirst.begin(), shortestFirst.end(),
-                   [&](int a, int b) { return span(a) < span(b); });
-  std::vector<int> bends(component.arcs.size(), kLeftOut);
+                   [&](int a, int b) { return bundles[a].passed < bundles[b].passed; });
+  std::vector<int> bends(component.arcs.size(), -1);
   int room = kMostBends;
-  for (const int i : shortestFirst) {
-    if (span(i) - 1 > room) break;
-    room -= span(i) - 1;
-    bends[i] = -1;
+  for (const int b : shortestFirst) {
+    room -= bundles[b].passed;
+    if (room >= 0) continue;
+    for (const int i : bundles[b].arcs) bends[i] = kLeftOut;
   }
-  for (int i = 0; i < count(component.arcs); ++i) {
-    if (bends[i] == kLeftOut || span(i) == 1) continue;
-    bends[i] = graph.nodes();
-    const int top = graph.layer[component.arcs[i].from];
-    for (int k = 1; k < span(i); ++k) graph.layer.push_back(top + k);
+  for (const Bundle& bundle : bundles) {
+    const int first = bundle.arcs.front();
+    if (bends[first] == kLeftOut) continue;
+    for (const int i : bundle.arcs) bends[i] = graph.nodes();
+    const int top = graph.layer[component.arcs[first].from];
+    for (int k = 1; k <= bundle.passed; ++k) graph.layer.push_back(top + k);
   }
   return bends;
 }
@@ -79,11 +122,12 @@ void fillRows(LayeredGraph& graph) {
 
 }  // namespace
 
-LayeredGraph withBends(const Component& component, const std::vector<int>& layer) {
+LayeredGraph withBends(const Component& component, const std::vector<int>& layer,
+                       const std::vector<double>& place) {
   LayeredGraph graph;
   graph.boxes = component.nodes();
   graph.layer = layer;
-  graph.firstBend = numberBends(component, graph);
+  graph.firstBend = numberBends(component, place, graph);
   graph.above = makeAdjacency(graph.nodes(), [&](auto&& add) {
     eachShortLine(component, graph, graph.firstBend, [&](int u, int v) { add(v, u); });
   });
@@ -97,16 +141,19 @@ LayeredGraph withBends(const Component& component, const std::vector<int>& layer
 
 void orderRows(const Component& component, const std::vector<double>& place, LayeredGraph& graph) {
   std::vector<double> x = place;
-  x.resize(graph.layer.size());
+  x.resize(graph.layer.size(), 0);
+  std::vector<int> lines(graph.layer.size(), 0);
   for (int i = 0; i < count(component.arcs); ++i) {
     if (graph.firstBend[i] < 0) continue;
     const Arc& arc = component.arcs[i];
     const int span = graph.layer[arc.to] - graph.layer[arc.from];
     for (int k = 1; k < span; ++k) {
-      x[graph.firstBend[i] + k - 1] =
-          place[arc.from] + (place[arc.to] - place[arc.from]) * k / span;
+      const int bend = graph.firstBend[i] + k - 1;
+      x[bend] += place[arc.from] + (place[arc.to] - place[arc.from]) * k / span;
+      ++lines[bend];
     }
   }
+  for (std::size_t n = 0; n < x.size(); ++n) x[n] /= std::max(1, lines[n]);
   for (int row = 0; row < count(graph.rows); ++row) {
     std::stable_sort(graph.rows[row].begin(), graph.rows[row].end(),
                      [&](int a, int b) { return x[a] < x[b]; });

@@ -75,7 +75,7 @@ Sketch sketchByPlacement(Component component, const Spacing& spacing, std::uint6
   std::vector<double> place;
   for (int n = 0; n < component.nodes(); ++n) place.push_back(grid.of(n).column);
   turnDown(component, layer);
-  LayeredGraph graph = withBends(component, layer);
+  LayeredGraph graph = withBends(component, layer, place);
   progress.step(0.3 * work);
   orderRows(component, place, graph);
   progress.step(0.5 * work);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <map>
+#include <set>
 #include <tuple>
 #include <utility>
 
@@ -53,11 +54,13 @@ class TrunkSifter {
       const int first = m_graph.firstBend[i];
       if (first < 0 && bends > 0) continue;
       enter(arc.from, bends > 0 ? first : arc.to, trunkOf(arc));
-      for (int k = 0; k < bends; ++k) enter(first + k, k + 1 < bends ? first + k + 1 : arc.to, -1);
+      for (int k = 0; k < bends; ++k)
+        enter(first + k, k + 1 < bends ? first + k + 1 : arc.to, trunkOf(arc));
     }
     m_above = makeAdjacency(m_graph.nodes(), [&](auto&& add) {
       for (int n = 0; n < count(m_nets); ++n) {
-        for (const int lower : m_nets[n].lower) add(lower, n);
+        const std::set<int> ends(m_nets[n].lower.begin(), m_nets[n].lower.end());
+        for (const int lower : ends) add(lower, n);
       }
     });
     m_below = makeAdjacency(m_graph.nodes(), [&](auto&& add) {

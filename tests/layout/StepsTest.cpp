@@ -231,10 +231,31 @@ TEST(LongLines, AllLinesJoinNeighbouringRows) {
     }
     EXPECT_EQ(std::count(seen.begin(), seen.end(), 1), graph.nodes());
     for (int n = graph.boxes; n < graph.nodes(); ++n) {
-      ASSERT_EQ(graph.above.degree(n), 1);
-      ASSERT_EQ(graph.below.degree(n), 1);
+      // Lines of one trunk come and go together, or some end below.
+      ASSERT_GE(graph.above.degree(n), 1);
+      ASSERT_EQ(graph.below.degree(n), graph.above.degree(n));
+      for (const int above : graph.above.of(n)) ASSERT_EQ(above, graph.above.of(n)[0]);
     }
   }
+}
+
+TEST(LongLines, LinesOfOneTrunkShareStemsWhereTheyEndNearEachOther) {
+  // Sub classes of the first node two and three layers below it; another one far to the right.
+  Component c;
+  c.boxes = {0, 1, 2, 3, 4};
+  for (int n = 1; n < 5; ++n) {
+    c.arcs.push_back({0, n, n - 1, true, false, EdgeKind::generalization});
+  }
+  const std::vector<int> layer{0, 2, 3, 3, 2};
+  const auto bendsOf = [&](const std::vector<double>& place) {
+    return withBends(c, layer, place).firstBend;
+  };
+  EXPECT_EQ(bendsOf({}), (std::vector{5, 5, 5, 5}));
+  EXPECT_EQ(bendsOf({2, 1, 2, 3, 8}), (std::vector{5, 5, 5, 7}));
+  c.arcs[1].alone = true;
+  const auto apart = bendsOf({});
+  EXPECT_EQ(apart[0], apart[2]);
+  EXPECT_NE(apart[0], apart[1]);
 }
 
 std::int64_t crossingsOneByOne(const LayeredGraph& graph) {
