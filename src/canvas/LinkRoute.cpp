@@ -80,9 +80,13 @@ std::vector<Point> route(const Rect& source, const Rect& target, const std::vect
 
 std::vector<Point> loop(const Rect& box, Rank rank) {
   const auto index = static_cast<double>(rank.index);
-  const double share = (index + 1) / static_cast<double>(rank.count);
-  const double down = std::round(std::min(box.height / 2, kLoopSize) * share);
-  const double across = std::round(std::min(box.width / 2, kLoopSize) * share);
+  const auto count = static_cast<double>(rank.count);
+  const auto ends = [&](double side) {
+    const double most = rank.count > 1 ? 0.8 * side : side / 2;
+    return std::round(std::min(most, std::max(kLoopSize, count * kLoopEnds)) * (index + 1) / count);
+  };
+  const double down = ends(box.height);
+  const double across = ends(box.width);
   const double reach = kLoopSize + index * kParallelSpacing;
   const double right = box.right();
   return {{right, box.top + down},

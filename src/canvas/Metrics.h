@@ -40,6 +40,7 @@ inline constexpr double kNameGap = 30;           ///< between a line and a name 
 inline constexpr double kTextClearance = 20;     ///< between a text and what else it keeps clear of
 inline constexpr double kParallelSpacing = 360;  ///< between lines that join the same two boxes
 inline constexpr double kLoopSize = 450;         ///< how far a line to its own box reaches out
+inline constexpr double kLoopEnds = 240;         ///< between ends of such lines, where there is room
 
 inline constexpr double kGridStep = 150;    ///< of a nudge by an arrow key
 inline constexpr double kHandlePixels = 7;  ///< side of a selection handle, at every zoom

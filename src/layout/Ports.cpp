@@ -43,6 +43,12 @@ class Spreader {
   }
   [[nodiscard]] double boxMiddle(int node) const { return m_x[node] - m_component.room[node] / 2; }
 
+  /// What lines from a box to itself take of its top side, at the right: they end there.
+  [[nodiscard]] double loopsAt(int node) const {
+    const double room = m_component.room[node];
+    return room > 0 ? std::min(0.5 * boxWidth(node), std::max(m_gap, 1.2 * room)) : 0;
+  }
+
   void spreadSide(bool bottom) {
     const Adjacency sides = makeAdjacency(m_component.nodes(), [&](auto&& add) {
       for (int i = 0; i < count(m_component.arcs); ++i) {
@@ -98,7 +104,7 @@ class Spreader {
   void placePorts(int node, std::vector<Port> ports, bool bottom) {
     if (ports.empty()) return;
     const double least = boxMiddle(node) - 0.45 * boxWidth(node);
-    const double most = boxMiddle(node) + 0.45 * boxWidth(node);
+    const double most = boxMiddle(node) + 0.45 * boxWidth(node) - (bottom ? 0 : loopsAt(node));
     const double step = std::min(m_gap / 2, (most - least) / count(ports));
     double bound = least;
     for (Port& port : ports) {
