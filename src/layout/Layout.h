@@ -16,7 +16,7 @@ using platform::Point;
 using platform::Rect;
 using platform::Size;
 
-inline constexpr double kLargestSide = 1e7;
+inline constexpr double kLargestSide = 1e10;
 
 enum class EdgeKind { association, aggregation, generalization, realization };
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <utility>
 
 namespace brisel::layout {
 namespace {
@@ -27,6 +28,7 @@ class Spreader {
   /// A place at a side of a box where lines meet it: one line, or a trunk.
   struct Port {
     double wish;
+    bool isStraight;  ///< at its wish the line, or one of a trunk, goes on without a bend
     std::vector<int> arcs;
   };
 
@@ -66,7 +68,28 @@ class Spreader {
     }
   }
 
+  /// Where ports may be at a side.
+  struct Side {
+    double least;
+    double most;
+
+    [[nodiscard]] double nearest(double x) const { return std::clamp(x, least, most); }
+    [[nodiscard]] bool has(double x) const { return least <= x && x <= most; }
+  };
+  [[nodiscard]] Side sideOf(int node, bool bottom) const {
+    const double reach = 0.45 * boxWidth(node);
+    const double most = boxMiddle(node) + reach - (bottom ? 0 : loopsAt(node));
+    return {boxMiddle(node) - reach, most};
+  }
+
   std::vector<Port> portsBelow(int node, const std::vector<int>& arcs) {
+    const Side side = sideOf(node, true);
+    const auto add = [&](std::vector<Port>& ports, int arc, std::vector<int> all) {
+      const int lower = next(arc, true);
+      const double x = side.nearest(m_x[lower]);
+      const bool isStraight = m_graph.isBend(lower) ? x == m_x[lower] : sideOf(lower, false).has(x);
+      ports.push_back({x, isStraight, std::move(all)});
+    };
     std::array<std::vector<int>, 2> trunks;
     for (const int i : arcs) {
       const int kind = trunkOf(m_component.arcs[i]);
@@ -77,47 +100,109 @@ class Spreader {
     for (const int i : arcs) {
       const int kind = trunkOf(m_component.arcs[i]);
       if (kind < 0) {
-        ports.push_back({m_x[next(i, true)], {i}});
+        add(ports, i, {i});
       } else if (seen[kind]++ == trunks[kind].size() / 2) {
-        const bool alone = trunks[kind].size() == 1;
-        ports.push_back({alone ? m_x[next(i, true)] : boxMiddle(node), trunks[kind]});
         for (const int k : trunks[kind]) m_ports.trunk[k] = m_trunks;
         ++m_trunks;
+        if (trunks[kind].size() == 1) {
+          add(ports, i, {i});
+        } else {
+          ports.push_back(trunkPort(node, std::move(trunks[kind])));
+        }
       }
     }
     return ports;
   }
 
+  /// At the middle, or near it where one of the lines goes straight down.
+  [[nodiscard]] Port trunkPort(int node, std::vector<int> arcs) const {
+    const double middle = boxMiddle(node);
+    const double aside = std::min(m_gap, boxWidth(node) / 4);
+    Port port{middle, false, std::move(arcs)};
+    double least = aside;
+    for (const int i : port.arcs) {
+      const int lower = next(i, true);
+      const double x = m_graph.isBend(lower) ? m_x[lower] : sideOf(lower, false).nearest(middle);
+      if (std::abs(x - middle) > least) continue;
+      least = std::abs(x - middle);
+      port.wish = x;
+      port.isStraight = true;
+    }
+    return port;
+  }
+
   std::vector<Port> portsAbove(int node, const std::vector<int>& arcs) const {
+    const Side side = sideOf(node, false);
     std::vector<Port> ports;
     for (const int i : arcs) {
       const int from = next(i, false);
       const double x = m_graph.isBend(from) ? m_x[from] : m_ports.start[i];
       const bool nearMiddle = std::abs(x - boxMiddle(node)) < boxWidth(node) / 4;
       const bool toMiddle = m_component.arcs[i].inheritance && !nearMiddle;
-      ports.push_back({toMiddle ? boxMiddle(node) : x, {i}});
+      ports.push_back(
+          {side.nearest(toMiddle ? boxMiddle(node) : x), !toMiddle && side.has(x), {i}});
     }
     return ports;
   }
 
-  /// Each port as near to its wish as the order and a distance between ports allow.
   void placePorts(int node, std::vector<Port> ports, bool bottom) {
     if (ports.empty()) return;
-    const double least = boxMiddle(node) - 0.45 * boxWidth(node);
-    const double most = boxMiddle(node) + 0.45 * boxWidth(node) - (bottom ? 0 : loopsAt(node));
+    const auto [least, most] = sideOf(node, bottom);
     const double step = std::min(m_gap / 2, (most - least) / count(ports));
-    double bound = least;
-    for (Port& port : ports) {
-      port.wish = std::max(port.wish, bound);
-      bound = port.wish + step;
+    int next = 0;
+    double low = least;
+    for (const int kept : keptStraight(ports, {least, most}, 0.6 * step)) {
+      const double at = ports[kept].wish;
+      fill(ports, next, kept, {low, at}, {next > 0, true}, step);
+      next = kept + 1;
+      low = at;
     }
-    bound = most;
-    for (auto port = ports.rbegin(); port != ports.rend(); ++port) {
-      port->wish = std::min(port->wish, bound);
-      bound = port->wish - step;
-    }
+    fill(ports, next, count(ports), {low, most}, {next > 0, false}, step);
     for (const Port& port : ports) {
       for (const int i : port.arcs) (bottom ? m_ports.start : m_ports.end)[i] = port.wish;
+    }
+  }
+
+  /// The most straight lines that leave so much room for the ports between them.
+  static std::vector<int> keptStraight(const std::vector<Port>& ports, Side side, double step) {
+    constexpr int kMost = 200;
+    const int all = count(ports);
+    std::vector<int> length(ports.size(), 0);
+    std::vector<int> before(ports.size(), -1);
+    int last = -1;
+    for (int i = 0; i < all && all <= kMost; ++i) {
+      const double x = ports[i].wish;
+      if (!ports[i].isStraight || side.most - x < (all - 1 - i) * step) continue;
+      length[i] = x - side.least >= i * step ? 1 : 0;
+      for (int k = 0; k < i; ++k) {
+        if (length[k] == 0 || length[k] < length[i] || x - ports[k].wish < (i - k) * step) continue;
+        length[i] = length[k] + 1;
+        before[i] = k;
+      }
+      if (length[i] > 0 && (last < 0 || length[i] > length[last])) last = i;
+    }
+    std::vector<int> kept;
+    for (; last >= 0; last = before[last]) kept.push_back(last);
+    std::reverse(kept.begin(), kept.end());
+    return kept;
+  }
+
+  /// Ports from "first" to before "end", each as near to its wish as the order and a distance
+  /// between ports allow; "taken" tells whether there are ports at the ends of the room.
+  static void fill(std::vector<Port>& ports, int first, int end, Side room,
+                   std::pair<bool, bool> taken, double step) {
+    if (first == end) return;
+    const int gaps = end - first - 1 + (taken.first ? 1 : 0) + (taken.second ? 1 : 0);
+    step = std::min(step, (room.most - room.least) / std::max(1, gaps));
+    double bound = room.least + (taken.first ? step : 0);
+    for (int i = first; i < end; ++i) {
+      ports[i].wish = std::max(ports[i].wish, bound);
+      bound = ports[i].wish + step;
+    }
+    bound = room.most - (taken.second ? step : 0);
+    for (int i = end - 1; i >= first; --i) {
+      ports[i].wish = std::min(ports[i].wish, bound);
+      bound = ports[i].wish - step;
     }
   }
 

@@ -1,7 +1,9 @@
 #include "layout/Sketch.h"
 
 #include <algorithm>
+#include <future>
 #include <map>
+#include <thread>
 #include <tuple>
 #include <utility>
 
@@ -25,6 +27,7 @@ constexpr int kFew = 500;
 constexpr double kOffShape = 3;
 /// The shape of so small a component matters little to the whole.
 constexpr int kShapeless = 20;
+constexpr int kMostCores = 4;
 constexpr std::int64_t kSiftingWork = 800'000'000;
 
 Sketch draw(Component component, LayeredGraph graph, const Spacing& spacing) {
@@ -153,11 +156,26 @@ Sketch bestSketch(const Component& component, const Spacing& spacing, bool isSee
     breakInheritanceCycles(apart);
     ways.push_back(std::move(apart));
   }
-  const int most = nodes < kShapeless ? 6 : 24;
-  const int tries = std::clamp(2000 / std::max(nodes, arcs), 3, most);
-  for (int k = 0; k < tries && !isGood(); ++k) {
+  const int most = nodes < kShapeless ? 6 : 20;
+  const int tries = std::clamp(1500 / std::max(nodes, arcs), 3, most);
+  const auto sketchTry = [&](int k, const Progress& told) {
     const auto seed = static_cast<std::uint64_t>(k) + 1;
-    offer(sketchByPlacement(ways[k % ways.size()], spacing, seed, progress));
+    return sketchByPlacement(ways[k % ways.size()], spacing, seed, told);
+  };
+  // Several at a time; which one is taken does not depend on how many.
+  const int cores =
+      std::clamp(static_cast<int>(std::thread::hardware_concurrency()), 1, kMostCores);
+  for (int k = 0; k < tries && !isGood(); k += cores) {
+    const GoOn nobody;
+    const Progress untold(nobody, 0);
+    std::vector<std::future<Sketch>> others;
+    for (int other = k + 1; other < std::min(k + cores, tries); ++other) {
+      others.push_back(std::async(std::launch::async, sketchTry, other, untold));
+    }
+    offer(sketchTry(k, progress));
+    for (auto& other : others) {
+      if (!isGood()) offer(other.get());
+    }
   }
   polish(best, spacing);
   return best;
