@@ -85,12 +85,12 @@ class Annealer {
         m_cost(component, m_across, m_down, component.nodes()),
         m_moves(m_cost, seed) {}
 
-  Grid place() {
-    shorten();
+  Grid place(const Step& step) {
+    shorten(step);
     m_grid = withRows(m_grid, layersFrom(m_component, m_grid));
     constexpr std::int64_t kMostNumbers = 5'000'000;
     const std::int64_t numbers = std::int64_t{m_grid.rows()} * count(m_component.arcs);
-    if (numbers <= kMostNumbers) untangle();
+    if (numbers <= kMostNumbers) untangle(step);
     return std::move(m_grid);
   }
 
@@ -152,7 +152,7 @@ class Annealer {
   }
 
   /// Fewer moves a node in the middle: small graphs can afford many, large ones need them.
-  void shorten() {
+  void shorten(const Step& step) {
     constexpr double kMostWork = 100e6;
     const double nodes = m_component.nodes();
     const double most = kMostWork * nodes / (4 * count(m_component.arcs));
@@ -160,6 +160,7 @@ class Annealer {
         nodes * std::min({1200.0, 12 * nodes, std::max(0.33 * nodes, 1400 - 1.3 * nodes)});
     const auto moves = static_cast<int>(std::min(wanted, most) / kCoolings) + 1;
     for (int i = 0; i < kCoolings; ++i) {
+      if (step) step(0.5 * i / kCoolings);
       m_moves.cool(kShortening, i / (kCoolings - 1.0), m_grid);
       for (int k = 0; k < moves; ++k) {
         int node = 0;
@@ -172,7 +173,7 @@ class Annealer {
   }
 
   /// Bounds the work, not the time, so that the same graph always ends the same.
-  void untangle() {
+  void untangle(const Step& step) {
     constexpr double kMostWork = 1.5e9;
     const double nodes = m_component.nodes();
     const double work = std::min(kMostWork, std::max(30 * nodes * nodes, 4.5e5 * (890 - nodes)));
@@ -188,6 +189,7 @@ class Annealer {
     const auto moves = static_cast<int>(nodes * std::min(1000.0, 40 * nodes) / kCoolings) + 1;
     for (int i = 0; i < kCoolings; ++i) {
       const double part = i / (kCoolings - 1.0);
+      if (step) step(0.5 + 0.5 * part);
       m_moves.cool(kUntangling, part, m_grid);
       const double end = work * (i + 1) / kCoolings;
       for (int k = 0; k < moves && static_cast<double>(lines.work()) < end; ++k) tryMove(lines);
@@ -243,8 +245,9 @@ class Annealer {
 
 }  // namespace
 
-Grid placeOnGrid(const Component& component, const Spacing& spacing, std::uint64_t seed) {
-  return Annealer(component, spacing, seed).place();
+Grid placeOnGrid(const Component& component, const Spacing& spacing, std::uint64_t seed,
+                 const Step& step) {
+  return Annealer(component, spacing, seed).place(step);
 }
 
 }  // namespace brisel::layout

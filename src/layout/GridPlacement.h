@@ -3,7 +3,7 @@
 #include <cstdint>
 
 #include "layout/Grid.h"
-#include "layout/Layout.h"
+#include "layout/Progress.h"
 
 namespace brisel::layout {
 
@@ -16,6 +16,6 @@ namespace brisel::layout {
 /// simulated annealing, 1983), as circuits are placed (Sechen, Sangiovanni-Vincentelli: The
 /// TimberWolf placement and routing package, 1985): by length first, then by crossings as well.
 [[nodiscard]] Grid placeOnGrid(const Component& component, const Spacing& spacing,
-                               std::uint64_t seed);
+                               std::uint64_t seed, const Step& step = {});
 
 }  // namespace brisel::layout

@@ -103,7 +103,8 @@ Drawing layered(const Graph& graph, const Spacing& wanted, const GoOn& goOn) {
   for (const Component& c : parts.components) {
     progress.step();
     const bool isSeen = count(input.boxes) <= kSeen;
-    sizes.push_back(takeOver(input, bestSketch(c, spacing, isSeen, progress), drawing));
+    const auto step = [&](double share) { progress.step(share * c.nodes()); };
+    sizes.push_back(takeOver(input, bestSketch(c, spacing, isSeen, step), drawing));
     progress.done(c.nodes());
   }
   const std::vector<Point> places = packed(sizes, spacing.layer, spacing.aspect);

@@ -88,7 +88,7 @@ std::int64_t Sifter::moveToBest(int node, std::vector<int>& nodes) {
   return here - best;
 }
 
-void siftRows(LayeredGraph& graph, std::int64_t work) {
+void siftRows(LayeredGraph& graph, std::int64_t work, const Step& step) {
   constexpr int kMostRounds = 60;
   Sifter sifter(graph);
   const int rows = count(graph.rows);
@@ -96,6 +96,7 @@ void siftRows(LayeredGraph& graph, std::int64_t work) {
   for (int round = 0; round < kMostRounds; ++round) {
     std::int64_t gained = 0;
     for (int k = 0; k < rows && sifter.work() < work; ++k) {
+      if (step) step(static_cast<double>(sifter.work()) / static_cast<double>(work));
       gained += sifter.siftRow(round % 2 == 0 ? k : rows - 1 - k);
     }
     first = std::max(first, gained);

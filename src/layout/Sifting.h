@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "layout/LayerGraph.h"
+#include "layout/Progress.h"
 
 namespace brisel::layout {
 
@@ -38,6 +39,6 @@ class Sifter {
 
 /// Sifts all rows until a round gains less than a small share, or "work" elementary steps are done.
 /// Post: every row holds the same nodes as before; there are no more crossings than before.
-void siftRows(LayeredGraph& graph, std::int64_t work);
+void siftRows(LayeredGraph& graph, std::int64_t work, const Step& step = {});
 
 }  // namespace brisel::layout

@@ -30,6 +30,12 @@ constexpr int kShapeless = 20;
 constexpr int kMostCores = 4;
 constexpr std::int64_t kSiftingWork = 800'000'000;
 
+/// What a part of the work from one share to another tells.
+Step part(const Step& step, double from, double to) {
+  if (!step) return {};
+  return [&step, from, to](double share) { step(from + (to - from) * std::min(1.0, share)); };
+}
+
 Sketch draw(Component component, LayeredGraph graph, const Spacing& spacing) {
   std::vector<double> width = component.width;
   width.resize(graph.layer.size(), 0);
@@ -70,21 +76,16 @@ Sketch sketchBySweeps(Component component, const Spacing& spacing) {
 
 /// Layers and a first order from a placement in a grid. Pre: inheritance is acyclic.
 Sketch sketchByPlacement(Component component, const Spacing& spacing, std::uint64_t seed,
-                         const Progress& progress) {
-  const double work = component.nodes();
-  const Grid grid = placeOnGrid(component, spacing, seed);
-  progress.step(0.2 * work);
+                         const Step& step) {
+  const Grid grid = placeOnGrid(component, spacing, seed, part(step, 0, 0.5));
   const std::vector<int> layer = layersFrom(component, grid);
   std::vector<double> place;
   for (int n = 0; n < component.nodes(); ++n) place.push_back(grid.of(n).column);
   turnDown(component, layer);
   LayeredGraph graph = withBends(component, layer, place);
-  progress.step(0.3 * work);
   orderRows(component, place, graph);
-  progress.step(0.5 * work);
-  siftRows(graph, kSiftingWork);
+  siftRows(graph, kSiftingWork, part(step, 0.5, 0.9));
   siftTrunks(component, graph, trunkWork(component));
-  progress.step(0.7 * work);
   return draw(std::move(component), std::move(graph), spacing);
 }
 
@@ -131,14 +132,14 @@ bool Sketch::isBetterThan(const Sketch& other) const {
 }
 
 Sketch bestSketch(const Component& component, const Spacing& spacing, bool isSeen,
-                  const Progress& progress) {
+                  const Step& step) {
   const int nodes = component.nodes();
   const int arcs = count(component.arcs);
   const bool isTree = arcs == nodes - 1;
   const bool isSmall = isSeen && nodes <= kFew && arcs <= 3 * kFew;
   Component acyclic = component;
   breakInheritanceCycles(acyclic);
-  if (!isSmall && !isTree) return sketchByPlacement(std::move(acyclic), spacing, 1, progress);
+  if (!isSmall && !isTree) return sketchByPlacement(std::move(acyclic), spacing, 1, step);
 
   Sketch best = sketchBySweeps(component, spacing);
   const auto isGood = [&] { return !best.isOffShape && best.crossings == 0; };
@@ -146,7 +147,7 @@ Sketch bestSketch(const Component& component, const Spacing& spacing, bool isSee
     if (next.isBetterThan(best)) best = std::move(next);
   };
   if (!isSmall) {
-    if (!isGood()) offer(sketchByPlacement(std::move(acyclic), spacing, 1, progress));
+    if (!isGood()) offer(sketchByPlacement(std::move(acyclic), spacing, 1, step));
     return best;
   }
   std::vector<Component> ways{acyclic};
@@ -158,7 +159,7 @@ Sketch bestSketch(const Component& component, const Spacing& spacing, bool isSee
   }
   const int most = nodes < kShapeless ? 6 : 20;
   const int tries = std::clamp(1500 / std::max(nodes, arcs), 3, most);
-  const auto sketchTry = [&](int k, const Progress& told) {
+  const auto sketchTry = [&](int k, const Step& told) {
     const auto seed = static_cast<std::uint64_t>(k) + 1;
     return sketchByPlacement(ways[k % ways.size()], spacing, seed, told);
   };
@@ -166,13 +167,13 @@ Sketch bestSketch(const Component& component, const Spacing& spacing, bool isSee
   const int cores =
       std::clamp(static_cast<int>(std::thread::hardware_concurrency()), 1, kMostCores);
   for (int k = 0; k < tries && !isGood(); k += cores) {
-    const GoOn nobody;
-    const Progress untold(nobody, 0);
+    const int end = std::min(k + cores, tries);
     std::vector<std::future<Sketch>> others;
-    for (int other = k + 1; other < std::min(k + cores, tries); ++other) {
-      others.push_back(std::async(std::launch::async, sketchTry, other, untold));
+    for (int other = k + 1; other < end; ++other) {
+      others.push_back(std::async(std::launch::async, sketchTry, other, Step()));
     }
-    offer(sketchTry(k, progress));
+    offer(
+        sketchTry(k, part(step, static_cast<double>(k) / tries, static_cast<double>(end) / tries)));
     for (auto& other : others) {
       if (!isGood()) offer(other.get());
     }

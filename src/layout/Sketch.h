@@ -24,6 +24,6 @@ struct Sketch {
 
 /// The best of several sketches: of small components more are drawn if each crossing is seen.
 [[nodiscard]] Sketch bestSketch(const Component& component, const Spacing& spacing, bool isSeen,
-                                const Progress& progress);
+                                const Step& step);
 
 }  // namespace brisel::layout

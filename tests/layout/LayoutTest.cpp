@@ -231,20 +231,27 @@ TEST(EveryShape, IsNearTheWantedOneAndNotWasteful) {
   }
 }
 
-TEST(Spring, StopsWhenItIsNotToGoOn) {
-  const Graph graph = test::classDiagram(300, 1);
+using Draw = Drawing (*)(const Graph& graph, const Spacing& spacing, const GoOn& goOn);
+
+class Progressing : public testing::TestWithParam<Draw> {};
+INSTANTIATE_TEST_SUITE_P(Layout, Progressing, testing::Values(&layered, &spring));
+
+TEST_P(Progressing, TellsHowFarItIsAndStopsWhenItIsNotToGoOn) {
+  const Graph graph = test::classDiagram(600, 1);
   double last = 0;
   int asked = 0;
-  static_cast<void>(spring(graph, kSpacing, [&](double share) {
+  static_cast<void>(GetParam()(graph, kSpacing, [&](double share) {
     EXPECT_GE(share, last);
     EXPECT_LE(share, 1);
+    EXPECT_LE(share, last + 0.5);
     last = share;
     ++asked;
     return true;
   }));
   EXPECT_GT(asked, 20);
   EXPECT_GT(last, 0.6);
-  EXPECT_THROW(static_cast<void>(spring(graph, kSpacing, [](double) { return false; })), Cancelled);
+  const GoOn stop = [&](double) { return --asked > 0; };
+  EXPECT_THROW(static_cast<void>(GetParam()(graph, kSpacing, stop)), Cancelled);
 }
 
 }  // namespace
