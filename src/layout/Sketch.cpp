@@ -111,14 +111,19 @@ void polish(Sketch& sketch, const Spacing& spacing) {
 }
 
 /// Takes generalizations out of their trunks where another line joins the same two classes, which
-/// would have to cross the trunk; true when there are any.
-bool setTwinsApart(Component& component) {
+/// would have to cross the trunk, and the super class has room for all; true when there are any.
+bool setTwinsApart(Component& component, double headRoom) {
   std::map<std::pair<int, int>, int> lines;
+  std::vector<int> linesAt(component.boxes.size(), 0);
   const auto linesOf = [&](const Arc& arc) -> int& { return lines[std::minmax(arc.from, arc.to)]; };
-  for (const Arc& arc : component.arcs) ++linesOf(arc);
+  for (const Arc& arc : component.arcs) {
+    ++linesOf(arc);
+    ++linesAt[arc.from];
+  }
   bool any = false;
   for (Arc& arc : component.arcs) {
-    arc.alone = arc.inheritance && linesOf(arc) > 1;
+    const bool hasRoom = linesAt[arc.from] * headRoom <= component.width[arc.from];
+    arc.alone = arc.inheritance && linesOf(arc) > 1 && hasRoom;
     any |= arc.alone;
   }
   return any;
@@ -152,7 +157,7 @@ Sketch bestSketch(const Component& component, const Spacing& spacing, bool isSee
   }
   std::vector<Component> ways{acyclic};
   Component apart = component;
-  if (setTwinsApart(apart)) {
+  if (setTwinsApart(apart, spacing.node / 3)) {
     if (!isGood()) offer(sketchBySweeps(apart, spacing));
     breakInheritanceCycles(apart);
     ways.push_back(std::move(apart));
