@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "canvas/Item.h"
+#include "canvas/Labels.h"
 #include "canvas/LinkRoute.h"
 #include "canvas/Node.h"
 #include "layout/LabelPlacement.h"
@@ -121,10 +122,7 @@ class Link : public platform::DiagramLink, public Item {
   Rank m_labelRank;  ///< among all links of them
   mutable bool m_stale = true;
   mutable bool m_textsStale = true;  ///< to be told to the scene's labels
-  // Kept by the scene's labels.
-  GridIndex::Place m_labelPlace;
-  std::array<platform::Rect, 3> m_regions;  ///< what the place of each text depends on
-  std::vector<platform::Point> m_courseTold;
+  Labels::OfLink m_labels;
   mutable Geometry m_geometry;
 };
 

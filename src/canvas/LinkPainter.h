@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "canvas/Detail.h"
+#include "canvas/LinkRoute.h"
 #include "canvas/Painter.h"
 
 namespace brisel::canvas {
@@ -34,8 +35,7 @@ class LinkPainter {
 
  private:
   [[nodiscard]] Color colorOf(const Link& link) const;
-  /// The decoration with its tip at the first point, on a line that goes on to the others.
-  void paintArrow(int code, platform::Point tip, platform::Point from, Color color);
+  void paintArrow(int code, const LineEnd& end, Color color);
   void paintText(std::string_view text, const platform::Rect& area, bool centered);
 
   const Scene& m_scene;

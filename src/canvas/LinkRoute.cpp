@@ -4,6 +4,7 @@
 #include <cmath>
 #include <limits>
 
+#include "platform/Diagram.h"
 #include "platform/Text.h"
 
 namespace brisel::canvas {
@@ -48,6 +49,13 @@ std::vector<Point> straight(const Rect& source, const Rect& target, Rank rank) {
   return {leaving(source, from, to), leaving(target, to, from)};
 }
 
+template <class Iterator>
+LineEnd lineEnd(Iterator begin, Iterator end) {
+  const Point tip = *begin;
+  const auto found = std::find_if(begin, end, [&](Point p) { return !(p == tip); });
+  return {tip, found == end ? Point{tip.x + 1, tip.y} : *found};
+}
+
 }  // namespace
 
 Point leaving(const Rect& box, Point from, Point through) {
@@ -90,6 +98,32 @@ std::vector<Point> loop(const Rect& box, Rank rank) {
           {right + reach, box.top - reach},
           {right - across, box.top - reach},
           {right - across, box.top}};
+}
+
+LineEnd beginOf(const std::vector<Point>& points) { return lineEnd(points.begin(), points.end()); }
+
+LineEnd endOf(const std::vector<Point>& points) { return lineEnd(points.rbegin(), points.rend()); }
+
+Rect headArea(int arrow, const LineEnd& end) {
+  if (arrow == 0) return {};
+  const auto code = static_cast<platform::Arrow>(arrow);
+  const bool isDiamond =
+      code == platform::Arrow::diamond || code == platform::Arrow::filledDiamond;
+  const Point way = end.from - end.tip;
+  const Point along = way * (1 / lengthOf(way));
+  const Point across = Point{-along.y, along.x} * (isDiamond ? kDiamondHalfWidth : kArrowHalfWidth);
+  const Point base = end.tip + along * (isDiamond ? kDiamondLength : kArrowLength);
+  // A diamond is widest half way.
+  const Point wide = isDiamond ? end.tip + along * (kDiamondLength / 2) : base;
+  const auto [left, right] =
+      std::minmax({end.tip.x, base.x, (wide - across).x, (wide + across).x});
+  const auto [top, bottom] =
+      std::minmax({end.tip.y, base.y, (wide - across).y, (wide + across).y});
+  return {left, top, right - left, bottom - top};
+}
+
+Rect rectAround(Point a, Point b) {
+  return {std::min(a.x, b.x), std::min(a.y, b.y), std::abs(a.x - b.x), std::abs(a.y - b.y)};
 }
 
 std::vector<std::string_view> linesOf(std::string_view text) {
