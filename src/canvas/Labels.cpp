@@ -233,7 +233,11 @@ void Labels::place(Link& link, Stage stage, std::vector<Moved>& moved) {
 }
 
 Rect Labels::bestOf(const std::vector<LabelCandidate>& candidates, const Link& link, Turn turn) {
-  Surroundings obstacles(m_obstacles, turn, link.order());
+  Rect near;
+  for (const LabelCandidate& one : candidates) {
+    if (!one.isFar) near = near.united(one.area);
+  }
+  Surroundings obstacles(m_obstacles, turn, link.order(), near);
   const layout::LabelSurroundings around{
       .covered = [&](const Rect& area, double enough) { return obstacles.covered(area, enough); },
       .crossed = [&](const Rect& area, int enough) { return obstacles.crossed(area, enough); }};

@@ -62,8 +62,9 @@ class Link : public platform::DiagramLink, public Item {
   /// Every point in order, at least two; a loop without bends of its own has them computed.
   [[nodiscard]] const std::vector<platform::Point>& points() const;
   // Where texts stand on a canvas, `Labels` decides; without one they take their first choice.
-  /// Empty without a label. Lies on the line or close beside it, near its middle when it is alone:
-  /// painted on a ground of the canvas's colour. Lines of text are centred in it.
+  // They are painted on a ground of the canvas's colour.
+  /// Empty without a label. Lies on the line or close beside it, near its middle when it is alone.
+  /// Lines of text are centred in it.
   [[nodiscard]] platform::Rect labelArea() const;
   /// Beside the end, clear of the line and of the box; empty without a text. Lines of text stand
   /// flush with the left side.

@@ -94,8 +94,7 @@ void LinkPainter::paintEndTexts(const Link& link) {
 
 void LinkPainter::paintText(std::string_view text, const Rect& area, bool centered) {
   if (area.isEmpty()) return;
-  // A label lies on its line; an end text beside it, where a ground would hide arrows.
-  if (centered) m_painter.fillRect(area, (m_detail.ground & 0x00FFFFFFU) | kGroundAlpha);
+  m_painter.fillRect(area, (m_detail.ground & 0x00FFFFFFU) | kGroundAlpha);
   const Font& font = m_scene.textFont();
   double top = area.top;
   for (const std::string_view line : linesOf(text)) {

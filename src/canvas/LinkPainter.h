@@ -29,7 +29,7 @@ class LinkPainter {
   };
   /// At least two points.
   void paintCourse(const std::vector<platform::Point>& points, const Look& look);
-  /// On its ground, which hides the line; so texts of ends come after all names.
+  // On a ground that hides lines. Texts of ends come after all names.
   void paintName(const Link& link);
   void paintEndTexts(const Link& link);
 

@@ -167,11 +167,23 @@ std::vector<layout::LabelCandidate> loopNameCandidates(const std::vector<Point>&
   const Point corner = points[3];
   const double over = corner.y - kTextGap - size.height;
   const double right = points[1].x + kTextGap;
-  return {{{corner.x, over, size.width, size.height}},
-          {{right, corner.y, size.width, size.height}},
-          {{corner.x, over - size.height - kTextGap, size.width, size.height}},
-          {{right - size.width, over, size.width, size.height}},
-          {{right, points[1].y, size.width, size.height}}};
+  std::vector<layout::LabelCandidate> found{
+      {{corner.x, over, size.width, size.height}},
+      {{right, corner.y, size.width, size.height}},
+      {{corner.x, over - size.height - kTextGap, size.width, size.height}},
+      {{right - size.width, over, size.width, size.height}},
+      {{right, points[1].y, size.width, size.height}}};
+  // Further up and down on the right, where other loops and the texts of ends leave room.
+  constexpr int kFurther = 8;
+  for (int i = 1; i <= kFurther; ++i) {
+    const double away = i * (size.height + kTextGap);
+    const bool isFar = i > 3;
+    found.push_back({{right, corner.y + away, size.width, size.height}, false, isFar});
+    found.push_back({{right, corner.y - away, size.width, size.height}, false, isFar});
+    found.push_back({{corner.x, over - size.height - kTextGap - away, size.width, size.height},
+                     false, isFar});
+  }
+  return found;
 }
 
 double distance(Point point, Point from, Point to) {

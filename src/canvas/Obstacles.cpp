@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "layout/LabelPlacement.h"
 #include "layout/Segments.h"
 
 namespace brisel::canvas {
@@ -44,7 +45,7 @@ int Surroundings::crossed(const Rect& area, int enough) {
   if (!m_known.contains(area)) return crossedInAll(area, enough);
   int count = 0;
   for (const Obstacles::Piece& piece : m_pieces) {
-    count += layout::crosses(piece.from, piece.to, area);
+    count += layout::strike(piece.from, piece.to, area);
     if (count >= enough) break;
   }
   return count;
@@ -57,9 +58,12 @@ bool Surroundings::isKnown(const Rect& area) {
 }
 
 void Surroundings::lookAround(const Rect& area) {
-  constexpr double kAround = 1500;
+  constexpr double kAround = 400;
+  constexpr double kWidest = 8000;
   constexpr std::size_t kMost = 256;
-  m_known = area.grownBy(kAround);
+  const Rect both = (m_known.isEmpty() ? m_expected : m_known).united(area);
+  const bool isNear = std::max(both.width, both.height) <= kWidest;
+  m_known = (isNear ? both : area).grownBy(kAround);
   m_solids.clear();
   m_pieces.clear();
   const auto addSolid = [&](const Obstacles::Solid& solid) {
@@ -92,7 +96,7 @@ double Surroundings::coveredInAll(const Rect& area, double enough) const {
 int Surroundings::crossedInAll(const Rect& area, int enough) const {
   int count = 0;
   m_all.pieces.visit(area, [&](const Obstacles::Piece& piece) {
-    if (piece.line != m_line) count += layout::crosses(piece.from, piece.to, area);
+    if (piece.line != m_line) count += layout::strike(piece.from, piece.to, area);
     return count >= enough;
   });
   return count;

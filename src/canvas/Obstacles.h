@@ -42,19 +42,21 @@ struct Obstacles {
   void clear();
 };
 
-/// The obstacles of one text: those that come before its turn, and pieces of other lines. Looks
-/// around when it is asked for a second place, as more questions will be about places nearby.
+/// The obstacles of one text: those that come before its turn, and pieces of other lines. When it
+/// is asked for a second place it looks around once for all of those that more questions will be
+/// about.
 class Surroundings {
  public:
   using Turn = Obstacles::Turn;
 
-  Surroundings(const Obstacles& all, Turn turn, std::uint64_t line)
-      : m_all(all), m_turn(turn), m_line(line) {}
+  /// `line` is the order of the text's line, `expected` an area in which most questions will lie.
+  Surroundings(const Obstacles& all, Turn turn, std::uint64_t line, const platform::Rect& expected)
+      : m_all(all), m_turn(turn), m_line(line), m_expected(expected) {}
 
   /// How much of boxes, heads and texts lies over the area, in square twips, a whole number; no
   /// less than `enough` when that is reached.
   [[nodiscard]] double covered(const platform::Rect& area, double enough);
-  /// How many pieces run through the area; no less than `enough` when that is reached.
+  /// How badly pieces run through the area; no less than `enough` when that is reached.
   [[nodiscard]] int crossed(const platform::Rect& area, int enough);
 
  private:
@@ -66,6 +68,7 @@ class Surroundings {
   const Obstacles& m_all;
   Turn m_turn;
   std::uint64_t m_line;
+  platform::Rect m_expected;
   int m_asked = 0;
   bool m_crowded = false;  ///< where looking around would find too much
   platform::Rect m_known;

@@ -130,7 +130,7 @@ class Choice {
   }
 
  private:
-  static constexpr int kCrowd = 7;
+  static constexpr int kCrowd = 12;
 
   /// Among those that cover no solid; nothing if there is none.
   [[nodiscard]] const LabelCandidate* leastCrossed(bool isFar) {
@@ -153,12 +153,13 @@ class Choice {
   [[nodiscard]] const LabelCandidate* leastCovering() const {
     const Rect& first = m_candidates.front().area;
     // Whatever covers more than that is as bad as anything.
-    double least = std::ceil(4 * first.width * first.height);
+    const double most = std::ceil(4 * first.width * first.height);
+    double least = most;
     int lines = kCrowd + 1;
     const LabelCandidate* best = nullptr;
     for (const LabelCandidate& one : m_candidates) {
       const Rect area = one.area.grownBy(m_clear);
-      const double covered = std::min(m_around.covered(area, least + 1), least);
+      const double covered = std::min(m_around.covered(area, std::min(least + 1, most)), most);
       if (covered > least) continue;
       const int crossed = crossedBy(one, area, kCrowd);
       if (covered == least && crossed >= lines) continue;
@@ -172,9 +173,11 @@ class Choice {
   [[nodiscard]] int crossedBy(const LabelCandidate& one, const Rect& area, int enough) const {
     int count = 0;
     for (std::size_t i = 1; !one.onLine && i < m_course.size(); ++i) {
-      count += crosses(m_course[i - 1], m_course[i], one.area);
+      count += strike(m_course[i - 1], m_course[i], one.area);
     }
-    return count < enough ? count + m_around.crossed(area, enough - count) : count;
+    if (count < enough) count += m_around.crossed(area, enough - count);
+    // How far beyond a crowd it was counted is chance.
+    return std::min(count, kCrowd);
   }
 
   /// Notes the area in few rectangles, of which none is much larger than what it stands for.
@@ -200,10 +203,16 @@ class Choice {
 
 }  // namespace
 
+int strike(Point from, Point to, const Rect& area) {
+  if (!crosses(from, to, area)) return 0;
+  return std::abs(to.x - from.x) > std::abs(to.y - from.y) ? 3 : 1;
+}
+
 std::vector<LabelCandidate> nameCandidates(const std::vector<Point>& course, Size size,
                                            double share, const LabelGaps& gaps) {
   constexpr std::size_t kMostPieces = 6;
-  constexpr std::array kAside = {0.0, -0.12, 0.12, -0.24, 0.24, -0.36, 0.36};
+  constexpr std::array kAside = {0.0, -0.1, 0.1, -0.2, 0.2};
+  constexpr std::array kFarAside = {0.0, -0.18, 0.18, -0.36, 0.36};
   constexpr double kNearestToEnd = 0.1;
   constexpr std::array kAway = {1.5, 3.0, 5.0, 8.0};  // in heights of the label
   const Course whole(course);
@@ -219,7 +228,13 @@ std::vector<LabelCandidate> nameCandidates(const std::vector<Point>& course, Siz
     addAround(whole.at(at), size, gaps.beside, found);
   }
   const std::size_t near = found.size();
-  for (const double away : kAway) addAside(whole.at(share), size, away * size.height, found);
+  for (const double away : kAway) {
+    for (const double aside : kFarAside) {
+      const double at = share + aside;
+      if (at < kNearestToEnd || at > 1 - kNearestToEnd) continue;
+      addAside(whole.at(at), size, away * size.height, found);
+    }
+  }
   markFar(found, near);
   return found;
 }

@@ -31,9 +31,13 @@ struct LabelCandidate {
 struct LabelSurroundings {
   /// How much of boxes and of labels placed before the area lies over, in the unit's square.
   std::function<double(const platform::Rect& area, double enough)> covered;
-  /// How many pieces of other lines run through the area.
+  /// How badly pieces of other lines run through the area: the sum of their strikes.
   std::function<int(const platform::Rect& area, int enough)> crossed;
 };
+
+/// How badly a piece of a line runs through the area of a label: 0 if it does not, 1 across it, 3
+/// along its words.
+[[nodiscard]] int strike(platform::Point from, platform::Point to, const platform::Rect& area);
 
 /// For the name of a line, near the share of its length, from 0 to 1, first: on the line, on either
 /// side of it, then further along. Lines of several pieces are labelled at the middle of a piece
@@ -49,10 +53,11 @@ struct LabelSurroundings {
                                                         platform::Size size, const LabelGaps& gaps);
 
 /// The first candidate that covers no solid and no line but the one that it lies on; where there is
-/// none, the one among those that cover no solid, and are not far if there is one, that covers the
-/// fewest lines; else the one that covers least of solids, then of lines. More than six lines are a
-/// crowd, in which it does not matter how many there are. Adds areas around all candidates that
-/// were looked at: what changes outside of them changes nothing. Pre: at least one candidate.
+/// none, the one among those that cover no solid, and are not far if there is one, that is
+/// struck by lines least; else the one that covers least of solids, then is struck least. Strikes
+/// of a dozen are a crowd, in which it does not matter how many there are. Adds areas around all
+/// candidates that were looked at: what changes outside of them changes nothing. Pre: at least one
+/// candidate.
 [[nodiscard]] platform::Rect bestOf(const std::vector<LabelCandidate>& candidates,
                                     const std::vector<platform::Point>& course,
                                     const LabelSurroundings& around, const LabelGaps& gaps,
