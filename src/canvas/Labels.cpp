@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "canvas/Link.h"
+#include "canvas/LinkRoute.h"
 #include "canvas/Node.h"
 #include "canvas/Scene.h"
 #include "layout/Segments.h"
@@ -12,7 +13,6 @@
 namespace brisel::canvas {
 
 using layout::LabelCandidate;
-using layout::LabelObstacles;
 using platform::Point;
 using platform::Rect;
 
@@ -21,217 +21,227 @@ namespace {
 constexpr layout::LabelGaps kGaps{
     .box = kTextGap, .line = kTextLineGap, .beside = kNameGap, .clear = kTextClearance};
 
-/// A line is looked around in pieces of this length.
+/// A line is looked around in pieces of this length, or in this many if it is very long.
 constexpr double kPieceLength = 8192;
+constexpr double kMostPieces = 64;
 
-/// What is entered in longer parts is not looked for.
-constexpr double kLongestPart = 16384;
-
-/// Lines that cross half of the diagram do not count as obstacles: there is no way round them. All
-/// parts of the others are shorter than the longest.
-bool countsAsObstacle(const std::vector<Point>& course) {
-  constexpr double kLongest = 180'000;
-  double length = 0;
-  for (std::size_t i = 1; i < course.size(); ++i) {
-    const Point way = course[i] - course[i - 1];
-    length += std::max(std::abs(way.x), std::abs(way.y));
-  }
-  return length <= kLongest;
+/// Pieces that cross half of the diagram do not count as obstacles: there is no way round them.
+bool isObstacle(const Obstacles::Piece& piece) {
+  constexpr double kMostSlanted = 65'536;
+  constexpr double kMostCells = 512;
+  const Point way = piece.to - piece.from;
+  return std::min(std::abs(way.x), std::abs(way.y)) <= kMostSlanted &&
+         piece.cellCount() <= kMostCells;
 }
 
 }  // namespace
 
-void Labels::changed(const Node& node, const Rect& before, const Rect& after) {
+Labels::Turn Labels::turnOf(const Link& link, Stage stage) {
+  constexpr Turn kNames = Turn{1} << 63U;
+  return 2 * link.order() + (stage == name ? kNames : 0);
+}
+
+void Labels::changed(const Rect& area) {
+  if (!area.isEmpty()) m_changedAreas.push_back(area);
+}
+
+void Labels::put(CellGrid<Obstacles::Solid>& grid, Id& id, const Rect& area, Turn turn) {
+  grid.remove(id);
+  if (!area.isEmpty()) id = grid.add({area, turn});
+}
+
+void Labels::changed(Node& node) {
+  Id& id = node.m_labels.box;
+  const Rect before = id == kNone ? Rect() : m_obstacles.boxes[id].area;
+  const Rect after = node.bounds();
   if (before == after) return;
   changed(before);
   changed(after);
-  noteSize(node, std::max(after.width, after.height));
+  put(m_obstacles.boxes, id, after, 0);
 }
 
-void Labels::noteSize(const Item& item, double side) {
-  if (side > kLongestPart) {
-    m_large.insert(&item);
-  } else if (!m_large.empty()) {
-    m_large.erase(&item);
-  }
-}
-
-void Labels::forget(const Node& node, const Rect& before) {
-  changed(before);
-  m_large.erase(&node);
+void Labels::forget(Node& node) {
+  Id& id = node.m_labels.box;
+  if (id == kNone) return;
+  changed(m_obstacles.boxes[id].area);
+  m_obstacles.boxes.remove(id);
 }
 
 void Labels::changed(Link& link) {
-  auto& [points, around, name, begin, end] = link.m_geometry;
-  for (Rect* text : {&name, &begin, &end}) changed(std::exchange(*text, Rect{}));
-  addPieces(link.m_courseTold);
-  link.m_courseTold = link.points();
-  addPieces(link.m_courseTold);
+  takeOut(link);
+  link.m_labels.course = link.points();
+  addPieces(link);
+  addHeads(link);
   queue(link);
 }
 
+void Labels::takeOut(Link& link) {
+  OfLink& its = link.m_labels;
+  Link::Geometry& geometry = link.m_geometry;
+  for (Rect* text : {&geometry.label, &geometry.beginText, &geometry.endText}) {
+    changed(std::exchange(*text, Rect{}));
+  }
+  for (Id& id : its.texts) m_obstacles.texts.remove(id);
+  for (Id& id : its.heads) {
+    if (id != kNone) changed(m_obstacles.boxes[id].area);
+    m_obstacles.boxes.remove(id);
+  }
+  for (Id& id : its.pieces) {
+    m_changedPieces.push_back(m_obstacles.pieces[id]);
+    m_obstacles.pieces.remove(id);
+  }
+  its.pieces.clear();
+  for (const Stage stage : {ends, name}) m_regions[stage].remove(its.regions[stage]);
+}
+
+void Labels::addPieces(Link& link) {
+  const auto& course = link.m_labels.course;
+  for (std::size_t i = 1; i < course.size(); ++i) {
+    const Piece piece{course[i - 1], course[i], link.order()};
+    if (!isObstacle(piece)) continue;
+    link.m_labels.pieces.push_back(m_obstacles.pieces.add(piece));
+    m_changedPieces.push_back(piece);
+  }
+}
+
+void Labels::addHeads(Link& link) {
+  const auto& course = link.m_labels.course;
+  const std::array heads{headArea(link.beginArrow(), beginOf(course)),
+                         headArea(link.endArrow(), endOf(course))};
+  for (std::size_t i = 0; i < heads.size(); ++i) {
+    changed(heads[i]);
+    put(m_obstacles.boxes, link.m_labels.heads[i], heads[i], 0);
+  }
+}
+
 void Labels::forget(Link& link) {
-  const auto& [points, around, name, begin, end] = link.m_geometry;
-  for (const Rect& text : {name, begin, end}) changed(text);
-  m_large.erase(&link);
-  addPieces(link.m_courseTold);
-  link.m_courseTold.clear();
-  m_regions.remove(link.m_labelPlace);
-  m_queue.erase({Stage::ends, link.order()});
-  m_queue.erase({Stage::name, link.order()});
+  takeOut(link);
+  link.m_labels.course.clear();
+  m_queue.erase(turnOf(link, ends));
+  m_queue.erase(turnOf(link, name));
 }
 
 void Labels::clear() {
-  m_regions.clear();
-  m_large.clear();
-  m_areas.clear();
-  m_pieces.clear();
+  m_obstacles.clear();
+  for (GridIndex& regions : m_regions) regions.clear();
+  m_changedAreas.clear();
+  m_changedPieces.clear();
   m_queue.clear();
-}
-
-void Labels::addPieces(const std::vector<Point>& course) {
-  if (!countsAsObstacle(course)) return;
-  for (std::size_t i = 1; i < course.size(); ++i) m_pieces.push_back({course[i - 1], course[i]});
+  for (Node& node : m_scene.nodes()) node.m_labels = {};
+  for (Link& link : m_scene.links()) link.m_labels = {};
 }
 
 void Labels::queue(Link& link) {
-  m_queue.emplace(Turn{Stage::ends, link.order()}, &link);
-  m_queue.emplace(Turn{Stage::name, link.order()}, &link);
+  if (!link.m_beginText.empty() || !link.m_endText.empty()) queue(link, ends);
+  if (!link.m_text.empty()) queue(link, name);
+}
+
+void Labels::queue(Link& link, Stage stage) { m_queue.emplace(turnOf(link, stage), &link); }
+
+void Labels::settle(std::vector<Moved>& moved) {
+  // Of a large change all is concerned: that is quicker than looking around each place.
+  const std::size_t changes = m_changedAreas.size() + m_changedPieces.size();
+  if (changes > m_scene.links().size() + 100) {
+    placeAll(moved);
+  } else {
+    findConcerned();
+  }
+  m_changedAreas.clear();
+  m_changedPieces.clear();
+  while (!m_queue.empty()) {
+    const auto [turn, link] = *m_queue.begin();
+    m_queue.erase(m_queue.begin());
+    const std::size_t before = moved.size();
+    place(*link, turn == turnOf(*link, ends) ? ends : name, moved);
+    for (std::size_t i = before; i < moved.size(); ++i) {
+      queueBehind(turn, moved[i].before);
+      queueBehind(turn, moved[i].after);
+    }
+  }
+}
+
+void Labels::placeAll(std::vector<Moved>& moved) {
+  m_queue.clear();
+  // Lines stand in the order of their creation.
+  for (const Stage stage : {ends, name}) {
+    for (Link& link : m_scene.links()) place(link, stage, moved);
+  }
 }
 
 void Labels::findConcerned() {
-  // Of a large change all is concerned: that is quicker than looking around each place.
-  if (m_areas.size() + m_pieces.size() > m_scene.links().size() + 1000) {
-    for (Link& link : m_scene.links()) {
-      if (!link.m_labelPlace.isEmpty()) queue(link);
-    }
-  } else {
-    for (const Rect& area : m_areas) {
+  for (const Stage stage : {ends, name}) {
+    for (const Rect& area : m_changedAreas) {
       m_found.clear();
-      m_regions.collect(area, m_found);
-      for (Item* item : m_found) queue(static_cast<Link&>(*item));
+      m_regions[stage].collect(area, m_found);
+      for (Item* item : m_found) queue(static_cast<Link&>(*item), stage);
     }
-    for (const Piece& piece : m_pieces) findConcerned(piece);
+    for (const Piece& piece : m_changedPieces) findConcerned(piece, stage);
   }
-  m_areas.clear();
-  m_pieces.clear();
 }
 
-void Labels::findConcerned(const Piece& piece) {
+void Labels::findConcerned(const Piece& piece, Stage stage) {
   const Point way = piece.to - piece.from;
   const double longer = std::max(std::abs(way.x), std::abs(way.y));
-  const double count = std::clamp(std::ceil(longer / kPieceLength), 1.0, 64.0);
+  const double count = std::clamp(std::ceil(longer / kPieceLength), 1.0, kMostPieces);
   for (double i = 0; i < count; ++i) {
-    const Point a = piece.from + way * (i / count);
-    const Point b = piece.from + way * ((i + 1) / count);
     m_found.clear();
-    m_regions.collect(
-        {std::min(a.x, b.x), std::min(a.y, b.y), std::abs(a.x - b.x), std::abs(a.y - b.y)},
-        m_found);
+    m_regions[stage].collect(
+        rectAround(piece.from + way * (i / count), piece.from + way * ((i + 1) / count)), m_found);
     for (Item* item : m_found) {
       Link& link = static_cast<Link&>(*item);
-      const auto& regions = link.m_regions;
+      m_examined.clear();
+      GridIndex::partsOf(link.m_labels.regions[stage], m_examined);
       const auto isCrossed = [&](const Rect& region) {
-        return !region.isEmpty() && layout::crosses(piece.from, piece.to, region.grownBy(1));
+        return layout::crosses(piece.from, piece.to, region.grownBy(1));
       };
-      if (std::any_of(regions.begin(), regions.end(), isCrossed)) queue(link);
+      if (std::any_of(m_examined.begin(), m_examined.end(), isCrossed)) queue(link, stage);
     }
   }
 }
 
 void Labels::queueBehind(Turn turn, const Rect& area) {
   if (area.isEmpty()) return;
-  m_found.clear();
-  m_regions.collect(area, m_found);
-  for (Item* item : m_found) {
-    Link& link = static_cast<Link&>(*item);
-    for (const Stage stage : {Stage::ends, Stage::name}) {
-      const Turn its{stage, link.order()};
-      if (its > turn) m_queue.emplace(its, &link);
+  for (const Stage stage : {ends, name}) {
+    m_found.clear();
+    m_regions[stage].collect(area, m_found);
+    for (Item* item : m_found) {
+      Link& link = static_cast<Link&>(*item);
+      if (turnOf(link, stage) > turn) queue(link, stage);
     }
   }
 }
 
 void Labels::place(Link& link, Stage stage, std::vector<Moved>& moved) {
   Link::Geometry& geometry = link.m_geometry;
-  const auto put = [&](Rect& area, Rect before, Link::Label label) {
+  m_examined.clear();
+  const auto put = [&](Rect& area, Link::Label label) {
     const auto candidates = link.candidates(label, kGaps);
-    layout::PlacedLabel best;
-    if (!candidates.empty()) best = bestOf(candidates, link, stage);
-    area = best.area;
-    link.m_regions[static_cast<std::size_t>(label)] = best.examined;
-    if (area != before) moved.push_back({&link, before, area});
+    const Turn turn = turnOf(link, stage) + (label == Link::Label::end ? 1 : 0);
+    const Rect before = area;
+    area = candidates.empty() ? Rect() : bestOf(candidates, link, turn);
+    if (area == before) return;
+    this->put(m_obstacles.texts, link.m_labels.texts[static_cast<std::size_t>(label)], area, turn);
+    moved.push_back({&link, before, area});
   };
-  if (stage == Stage::name) {
-    put(geometry.label, geometry.label, Link::Label::name);
+  if (stage == name) {
+    put(geometry.label, Link::Label::name);
   } else {
-    // A text is no obstacle to one that is placed before it.
-    const Rect begin = std::exchange(geometry.beginText, Rect{});
-    const Rect end = std::exchange(geometry.endText, Rect{});
-    put(geometry.beginText, begin, Link::Label::begin);
-    put(geometry.endText, end, Link::Label::end);
+    put(geometry.beginText, Link::Label::begin);
+    put(geometry.endText, Link::Label::end);
   }
-  double longest = 0;
-  for (const Rect& text : {geometry.label, geometry.beginText, geometry.endText}) {
-    longest = std::max({longest, text.width, text.height});
-  }
-  noteSize(link, longest);
-  m_parts.clear();
-  for (const Rect& region : link.m_regions) {
-    if (!region.isEmpty()) m_parts.push_back(region);
-  }
-  m_regions.put(link, link.m_labelPlace, m_parts);
+  m_regions[stage].put(link, link.m_labels.regions[stage], m_examined);
 }
 
-layout::PlacedLabel Labels::bestOf(const std::vector<LabelCandidate>& candidates, const Link& link,
-                                   Stage stage) const {
-  const auto around = [&](const Rect& area, LabelObstacles& found) {
-    addObstacles(area, link, stage, found);
-  };
-  return layout::bestOf(candidates, link.points(), around, kGaps);
-}
-
-void Labels::addObstacles(const Rect& area, const Link& link, Stage stage,
-                          LabelObstacles& found) const {
-  m_near.clear();
-  m_scene.m_index.collect(area, m_near, kLongestPart);
-  for (const Item* item : m_near) {
-    if (m_large.empty() || !m_large.contains(item)) addObstacle(*item, area, link, stage, found);
+Rect Labels::bestOf(const std::vector<LabelCandidate>& candidates, const Link& link, Turn turn) {
+  Rect near;
+  for (const LabelCandidate& one : candidates) {
+    if (!one.isFar) near = near.united(one.area);
   }
-  for (const Item* item : m_large) addObstacle(*item, area, link, stage, found);
-  // Its own texts are not yet found where they stand.
-  found.solid.push_back(link.m_geometry.beginText);
-  found.solid.push_back(link.m_geometry.endText);
-}
-
-void Labels::addObstacle(const Item& item, const Rect& area, const Link& link, Stage stage,
-                         LabelObstacles& found) {
-  // Of a long line that passes by, most lies elsewhere.
-  const auto addSolid = [&](const Rect& solid) {
-    if (solid.intersects(area)) found.solid.push_back(solid);
-  };
-  if (!item.isLink()) {
-    addSolid(static_cast<const Node&>(item).bounds());
-    return;
-  }
-  if (&item == &link) return;
-  const Link& other = static_cast<const Link&>(item);
-  const Link::Geometry& geometry = other.m_geometry;
-  const bool comesBefore = other.order() < link.order();
-  if (stage == Stage::name || comesBefore) {
-    addSolid(geometry.beginText);
-    addSolid(geometry.endText);
-  }
-  if (stage == Stage::name && comesBefore) addSolid(geometry.label);
-  if (!countsAsObstacle(geometry.points)) return;
-  for (std::size_t i = 1; i < geometry.points.size(); ++i) {
-    const Point from = geometry.points[i - 1];
-    const Point to = geometry.points[i];
-    const bool isNear = std::min(from.x, to.x) <= area.right() &&
-                        std::max(from.x, to.x) >= area.left &&
-                        std::min(from.y, to.y) <= area.bottom() && std::max(from.y, to.y) >= area.top;
-    if (isNear) found.pieces.push_back({from, to});
-  }
+  Surroundings obstacles(m_obstacles, turn, link.order(), near);
+  const layout::LabelSurroundings around{
+      .covered = [&](const Rect& area, double enough) { return obstacles.covered(area, enough); },
+      .crossed = [&](const Rect& area, int enough) { return obstacles.crossed(area, enough); }};
+  return layout::bestOf(candidates, link.points(), around, kGaps, m_examined);
 }
 
 }  // namespace brisel::canvas

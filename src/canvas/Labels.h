@@ -1,12 +1,12 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <map>
-#include <unordered_set>
-#include <utility>
 #include <vector>
 
 #include "canvas/GridIndex.h"
+#include "canvas/Obstacles.h"
 #include "layout/LabelPlacement.h"
 #include "platform/Geometry.h"
 
@@ -17,7 +17,8 @@ class Link;
 class Node;
 class Scene;
 
-/// Keeps the texts of a scene's lines clear of boxes and of each other. Owned by the scene.
+/// Keeps the texts of a scene's lines clear of boxes, of each other, of the heads of lines and,
+/// where there is room nearby, of lines. Owned by the scene.
 ///
 /// Texts of ends come before names, and lines that were made earlier before later ones: a text
 /// makes way for what comes before it and for boxes, so that the places follow from the picture
@@ -25,82 +26,71 @@ class Scene;
 /// or would rather stand, then those that come after them and for which they did so.
 class Labels {
  public:
+  using Id = std::uint32_t;  ///< of an obstacle
+  static constexpr Id kNone = CellGrid<Obstacles::Solid>::kNone;
+
+  /// What is remembered of a line, by the line.
+  class OfLink {
+    friend class Labels;
+    std::vector<platform::Point> course;  ///< as it was told last
+    std::vector<Id> pieces;
+    std::array<Id, 2> heads{kNone, kNone};
+    std::array<Id, 3> texts{kNone, kNone, kNone};
+    std::array<GridIndex::Place, 2> regions;  ///< what the places of ends and name depend on
+  };
+  /// What is remembered of a box, by the box.
+  class OfNode {
+    friend class Labels;
+    Id box = kNone;
+  };
+
   explicit Labels(const Scene& scene) : m_scene(scene) {}
 
-  /// A box came or moved: where it stood and stands.
-  void changed(const Node& node, const platform::Rect& before, const platform::Rect& after);
-  void forget(const Node& node, const platform::Rect& before);
+  /// A box came, moved or changed its size.
+  void changed(Node& node);
+  void forget(Node& node);
   /// The course of the line or one of its texts is another: it is without texts until they are
   /// placed.
   void changed(Link& link);
   void forget(Link& link);
   void clear();
 
-  /// Places what changes concern; adds the lines of which a text moved, each with what is to be
-  /// painted again.
-  /// Pre: all items are found where they lie.
   struct Moved {
     Link* link;
     platform::Rect before;
     platform::Rect after;
   };
-  template <class Tell>
-  void settle(Tell&& tell) {
-    findConcerned();
-    std::vector<Moved> moved;
-    while (!m_queue.empty()) {
-      const auto next = m_queue.begin();
-      const Turn turn = next->first;
-      Link& link = *next->second;
-      m_queue.erase(next);
-      moved.clear();
-      place(link, turn.stage, moved);
-      for (const Moved& one : moved) {
-        tell(one);
-        queueBehind(turn, one.before);
-        queueBehind(turn, one.after);
-      }
-    }
-  }
+  /// Places what changes concern; adds each text that moved.
+  void settle(std::vector<Moved>& moved);
 
  private:
-  enum class Stage { ends, name };
-  /// The order in which texts are placed.
-  struct Turn {
-    Stage stage;
-    std::uint64_t order;
-    friend auto operator<=>(const Turn&, const Turn&) = default;
-  };
-
-  struct Piece {
-    platform::Point from;
-    platform::Point to;
-  };
-
-  void changed(const platform::Rect& area) { m_areas.push_back(area); }
-  void addPieces(const std::vector<platform::Point>& course);
+  enum Stage : std::size_t { ends, name };
+  using Turn = Obstacles::Turn;
+  using Piece = Obstacles::Piece;
+  static Turn turnOf(const Link& link, Stage stage);
+  void changed(const platform::Rect& area);
+  static void put(CellGrid<Obstacles::Solid>& grid, Id& id, const platform::Rect& area, Turn turn);
+  void takeOut(Link& link);
+  void addPieces(Link& link);
+  void addHeads(Link& link);
   void findConcerned();
-  void findConcerned(const Piece& piece);
+  void findConcerned(const Piece& piece, Stage stage);
   void queue(Link& link);
+  void queue(Link& link, Stage stage);
   void queueBehind(Turn turn, const platform::Rect& area);
+  void placeAll(std::vector<Moved>& moved);
   void place(Link& link, Stage stage, std::vector<Moved>& moved);
-  [[nodiscard]] layout::PlacedLabel bestOf(const std::vector<layout::LabelCandidate>& candidates,
-                                           const Link& link, Stage stage) const;
-  void addObstacles(const platform::Rect& area, const Link& link, Stage stage,
-                    layout::LabelObstacles& found) const;
-  static void addObstacle(const Item& item, const platform::Rect& area, const Link& link, Stage stage,
-                          layout::LabelObstacles& found);
-  void noteSize(const Item& item, double side);
+  [[nodiscard]] platform::Rect bestOf(const std::vector<layout::LabelCandidate>& candidates,
+                                      const Link& link, Turn turn);
 
   const Scene& m_scene;
-  GridIndex m_regions;  ///< what the places of each line's texts depend on
-  std::vector<platform::Rect> m_areas;
-  std::vector<Piece> m_pieces;              ///< of lines as they were and as they are
-  std::unordered_set<const Item*> m_large;  ///< boxes, and lines with texts, larger than any part
+  Obstacles m_obstacles;
+  std::array<GridIndex, 2> m_regions;  ///< of lines, by stage
+  std::vector<platform::Rect> m_changedAreas;
+  std::vector<Piece> m_changedPieces;  ///< of lines as they were and as they are
   std::map<Turn, Link*> m_queue;
+  std::vector<platform::Rect> m_examined;
   std::vector<Item*> m_found;
-  std::vector<platform::Rect> m_parts;
-  mutable std::vector<Item*> m_near;
 };
 
 }  // namespace brisel::canvas

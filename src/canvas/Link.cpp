@@ -39,10 +39,6 @@ constexpr double kMostParts = 12;
 
 double longerSide(Point a, Point b) { return std::max(std::abs(a.x - b.x), std::abs(a.y - b.y)); }
 
-Rect rectAround(Point a, Point b) {
-  return {std::min(a.x, b.x), std::min(a.y, b.y), std::abs(a.x - b.x), std::abs(a.y - b.y)};
-}
-
 const Font& fontOf(const Scene* scene) {
   static const Font kNone{"Courier New", 10};
   return scene ? scene->textFont() : kNone;

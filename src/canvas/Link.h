@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "canvas/Item.h"
+#include "canvas/Labels.h"
 #include "canvas/LinkRoute.h"
 #include "canvas/Node.h"
 #include "layout/LabelPlacement.h"
@@ -61,8 +62,9 @@ class Link : public platform::DiagramLink, public Item {
   /// Every point in order, at least two; a loop without bends of its own has them computed.
   [[nodiscard]] const std::vector<platform::Point>& points() const;
   // Where texts stand on a canvas, `Labels` decides; without one they take their first choice.
-  /// Empty without a label. Lies on the line or close beside it, near its middle when it is alone:
-  /// painted on a ground of the canvas's colour. Lines of text are centred in it.
+  // They are painted on a ground of the canvas's colour.
+  /// Empty without a label. Lies on the line or close beside it, near its middle when it is alone.
+  /// Lines of text are centred in it.
   [[nodiscard]] platform::Rect labelArea() const;
   /// Beside the end, clear of the line and of the box; empty without a text. Lines of text stand
   /// flush with the left side.
@@ -121,10 +123,7 @@ class Link : public platform::DiagramLink, public Item {
   Rank m_labelRank;  ///< among all links of them
   mutable bool m_stale = true;
   mutable bool m_textsStale = true;  ///< to be told to the scene's labels
-  // Kept by the scene's labels.
-  GridIndex::Place m_labelPlace;
-  std::array<platform::Rect, 3> m_regions;  ///< what the place of each text depends on
-  std::vector<platform::Point> m_courseTold;
+  Labels::OfLink m_labels;
   mutable Geometry m_geometry;
 };
 

@@ -21,13 +21,6 @@ namespace {
 /// Lets what lies below shine through a little.
 constexpr Color kGroundAlpha = 0xF0000000;
 
-/// The first of the points that differs from the tip: a bend may lie on an end.
-template <class Iterator>
-Point directionOf(Point tip, Iterator from, Iterator end) {
-  const auto found = std::find_if(from, end, [&](Point p) { return !(p == tip); });
-  return found == end ? Point{tip.x + 1, tip.y} : *found;
-}
-
 }  // namespace
 
 LinkPainter::LinkPainter(const Scene& scene, Painter& painter, const Detail& detail)
@@ -54,17 +47,12 @@ void LinkPainter::paintCourse(const std::vector<Point>& points, const Look& look
     m_painter.drawPolyline(points, pen);
   }
   if (m_detail.pixels(kArrowLength) < Detail::kArrowPixels) return;
-  if (look.beginArrow != 0) {
-    const Point tip = points.front();
-    paintArrow(look.beginArrow, tip, directionOf(tip, points.begin(), points.end()), look.color);
-  }
-  if (look.endArrow != 0) {
-    const Point tip = points.back();
-    paintArrow(look.endArrow, tip, directionOf(tip, points.rbegin(), points.rend()), look.color);
-  }
+  if (look.beginArrow != 0) paintArrow(look.beginArrow, beginOf(points), look.color);
+  if (look.endArrow != 0) paintArrow(look.endArrow, endOf(points), look.color);
 }
 
-void LinkPainter::paintArrow(int code, Point tip, Point from, Color color) {
+void LinkPainter::paintArrow(int code, const LineEnd& end, Color color) {
+  const auto [tip, from] = end;
   const double length = std::hypot(from.x - tip.x, from.y - tip.y);
   const Point along = (from - tip) * (1 / length);
   const Point across{-along.y, along.x};
@@ -106,8 +94,7 @@ void LinkPainter::paintEndTexts(const Link& link) {
 
 void LinkPainter::paintText(std::string_view text, const Rect& area, bool centered) {
   if (area.isEmpty()) return;
-  // A label lies on its line; an end text beside it, where a ground would hide arrows.
-  if (centered) m_painter.fillRect(area, (m_detail.ground & 0x00FFFFFFU) | kGroundAlpha);
+  m_painter.fillRect(area, (m_detail.ground & 0x00FFFFFFU) | kGroundAlpha);
   const Font& font = m_scene.textFont();
   double top = area.top;
   for (const std::string_view line : linesOf(text)) {

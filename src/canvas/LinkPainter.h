@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "canvas/Detail.h"
+#include "canvas/LinkRoute.h"
 #include "canvas/Painter.h"
 
 namespace brisel::canvas {
@@ -28,14 +29,13 @@ class LinkPainter {
   };
   /// At least two points.
   void paintCourse(const std::vector<platform::Point>& points, const Look& look);
-  /// On its ground, which hides the line; so texts of ends come after all names.
+  // On a ground that hides lines. Texts of ends come after all names.
   void paintName(const Link& link);
   void paintEndTexts(const Link& link);
 
  private:
   [[nodiscard]] Color colorOf(const Link& link) const;
-  /// The decoration with its tip at the first point, on a line that goes on to the others.
-  void paintArrow(int code, platform::Point tip, platform::Point from, Color color);
+  void paintArrow(int code, const LineEnd& end, Color color);
   void paintText(std::string_view text, const platform::Rect& area, bool centered);
 
   const Scene& m_scene;

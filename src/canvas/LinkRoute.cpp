@@ -4,6 +4,7 @@
 #include <cmath>
 #include <limits>
 
+#include "platform/Diagram.h"
 #include "platform/Text.h"
 
 namespace brisel::canvas {
@@ -46,6 +47,13 @@ std::vector<Point> straight(const Rect& source, const Rect& target, Rank rank) {
     to = to + normal * offset;
   }
   return {leaving(source, from, to), leaving(target, to, from)};
+}
+
+template <class Iterator>
+LineEnd lineEnd(Iterator begin, Iterator end) {
+  const Point tip = *begin;
+  const auto found = std::find_if(begin, end, [&](Point p) { return !(p == tip); });
+  return {tip, found == end ? Point{tip.x + 1, tip.y} : *found};
 }
 
 }  // namespace
@@ -96,6 +104,32 @@ std::vector<Point> loop(const Rect& box, Rank rank) {
           {right - across, box.top}};
 }
 
+LineEnd beginOf(const std::vector<Point>& points) { return lineEnd(points.begin(), points.end()); }
+
+LineEnd endOf(const std::vector<Point>& points) { return lineEnd(points.rbegin(), points.rend()); }
+
+Rect headArea(int arrow, const LineEnd& end) {
+  if (arrow == 0) return {};
+  const auto code = static_cast<platform::Arrow>(arrow);
+  const bool isDiamond =
+      code == platform::Arrow::diamond || code == platform::Arrow::filledDiamond;
+  const Point way = end.from - end.tip;
+  const Point along = way * (1 / lengthOf(way));
+  const Point across = Point{-along.y, along.x} * (isDiamond ? kDiamondHalfWidth : kArrowHalfWidth);
+  const Point base = end.tip + along * (isDiamond ? kDiamondLength : kArrowLength);
+  // A diamond is widest half way.
+  const Point wide = isDiamond ? end.tip + along * (kDiamondLength / 2) : base;
+  const auto [left, right] =
+      std::minmax({end.tip.x, base.x, (wide - across).x, (wide + across).x});
+  const auto [top, bottom] =
+      std::minmax({end.tip.y, base.y, (wide - across).y, (wide + across).y});
+  return {left, top, right - left, bottom - top};
+}
+
+Rect rectAround(Point a, Point b) {
+  return {std::min(a.x, b.x), std::min(a.y, b.y), std::abs(a.x - b.x), std::abs(a.y - b.y)};
+}
+
 std::vector<std::string_view> linesOf(std::string_view text) {
   std::vector<std::string_view> lines;
   while (true) {
@@ -137,11 +171,23 @@ std::vector<layout::LabelCandidate> loopNameCandidates(const std::vector<Point>&
   const Point corner = points[3];
   const double over = corner.y - kTextGap - size.height;
   const double right = points[1].x + kTextGap;
-  return {{{corner.x, over, size.width, size.height}},
-          {{right, corner.y, size.width, size.height}},
-          {{corner.x, over - size.height - kTextGap, size.width, size.height}},
-          {{right - size.width, over, size.width, size.height}},
-          {{right, points[1].y, size.width, size.height}}};
+  std::vector<layout::LabelCandidate> found{
+      {{corner.x, over, size.width, size.height}},
+      {{right, corner.y, size.width, size.height}},
+      {{corner.x, over - size.height - kTextGap, size.width, size.height}},
+      {{right - size.width, over, size.width, size.height}},
+      {{right, points[1].y, size.width, size.height}}};
+  // Further up and down on the right, where other loops and the texts of ends leave room.
+  constexpr int kFurther = 8;
+  for (int i = 1; i <= kFurther; ++i) {
+    const double away = i * (size.height + kTextGap);
+    const bool isFar = i > 3;
+    found.push_back({{right, corner.y + away, size.width, size.height}, false, isFar});
+    found.push_back({{right, corner.y - away, size.width, size.height}, false, isFar});
+    found.push_back({{corner.x, over - size.height - kTextGap - away, size.width, size.height},
+                     false, isFar});
+  }
+  return found;
 }
 
 double distance(Point point, Point from, Point to) {

@@ -36,6 +36,19 @@ struct Rank {
 [[nodiscard]] platform::Point leaving(const platform::Rect& box, platform::Point from,
                                       platform::Point through);
 
+/// An end of a line: where it is, and the nearest point that differs from it, or one beside it when
+/// there is none. A bend may lie on an end.
+struct LineEnd {
+  platform::Point tip;
+  platform::Point from;
+};
+[[nodiscard]] LineEnd beginOf(const std::vector<platform::Point>& points);
+[[nodiscard]] LineEnd endOf(const std::vector<platform::Point>& points);
+/// Around the arrow or diamond at an end; empty without one.
+[[nodiscard]] platform::Rect headArea(int arrow, const LineEnd& end);
+
+[[nodiscard]] platform::Rect rectAround(platform::Point a, platform::Point b);
+
 /// The room that text needs; nothing for no text.
 [[nodiscard]] platform::Size textSize(std::string_view text, const Font& font);
 /// Where the name of a loop could stand, on the points that `loop` gives: over its upper side, which

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "canvas/Item.h"
+#include "canvas/Labels.h"
 #include "canvas/Section.h"
 #include "platform/Diagram.h"
 
@@ -91,6 +92,7 @@ class Node : public platform::DiagramNode, public Item {
 
  private:
   friend class canvas::Section;
+  friend class Labels;
   friend class Link;
   friend class Scene;
 
@@ -112,6 +114,7 @@ class Node : public platform::DiagramNode, public Item {
   std::int64_t m_fillColor;
   std::vector<platform::Ref<canvas::Section>> m_sections;
   std::vector<Attached> m_attached;
+  Labels::OfNode m_labels;
 };
 
 }  // namespace brisel::canvas

@@ -182,7 +182,11 @@ void Scene::adopt(Item& item) {
 
 void Scene::forget(Item& item) {
   m_selection.forget(item);
-  if (item.isLink()) m_labels.forget(static_cast<Link&>(item));
+  if (item.isLink()) {
+    m_labels.forget(static_cast<Link&>(item));
+  } else {
+    m_labels.forget(static_cast<Node&>(item));
+  }
   if (item.m_pending > 0) m_pending[item.m_pending - 1] = nullptr;
   item.m_pending = 0;
   item.m_scene = nullptr;
@@ -194,7 +198,6 @@ void Scene::forget(Item& item) {
   if (m_oldParts.empty()) return;  // was never shown
   ++m_revision;
   for (const Rect& part : m_oldParts) addDamage(m_damage, part);
-  if (!item.isLink()) m_labels.forget(static_cast<Node&>(item), m_oldParts.front());
   if (m_updates == 0) tell();
 }
 
@@ -216,15 +219,28 @@ void Scene::settle() const {
     enter(*m_pending[i]);
   }
   m_pending.clear();
-  m_labels.settle([this](const Labels::Moved& moved) {
+  m_moved.clear();
+  m_labels.settle(m_moved);
+  enterMoved();
+  m_settling = false;
+}
+
+/// Notes where lines lie of which texts moved.
+void Scene::enterMoved() const {
+  for (const Labels::Moved& moved : m_moved) {
     addDamage(m_damage, moved.before);
     addDamage(m_damage, moved.after);
-    m_extents.put(moved.link->m_extentSlot, moved.link->extent());
+  }
+  std::sort(m_moved.begin(), m_moved.end(),
+            [](const auto& a, const auto& b) { return a.link->order() < b.link->order(); });
+  const Link* last = nullptr;
+  for (const auto& [link, before, after] : m_moved) {
+    if (std::exchange(last, link) == link) continue;
+    m_extents.put(link->m_extentSlot, link->extent());
     m_newParts.clear();
-    moved.link->addParts(m_newParts);
-    m_index.put(*moved.link, moved.link->m_place, m_newParts);
-  });
-  m_settling = false;
+    link->addParts(m_newParts);
+    m_index.put(*link, link->m_place, m_newParts);
+  }
 }
 
 /// Notes where the item lies and what of the picture is another for it.
@@ -239,10 +255,7 @@ void Scene::enter(Item& item) const {
   for (const Rect& part : m_oldParts) addDamage(m_damage, part);
   m_extents.put(item.m_extentSlot, item.extent());
   if (m_newParts == m_oldParts && !relabel) return;
-  if (!item.isLink()) {
-    const Rect before = m_oldParts.empty() ? Rect() : m_oldParts.front();
-    m_labels.changed(static_cast<Node&>(item), before, m_newParts.front());
-  }
+  if (!item.isLink()) m_labels.changed(static_cast<Node&>(item));
   for (const Rect& part : m_newParts) addDamage(m_damage, part);
   m_index.put(item, item.m_place, m_newParts);
 }

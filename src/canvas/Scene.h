@@ -113,6 +113,7 @@ class Scene {
   /// Brings index, extents and labels up to the changes.
   void settle() const;
   void enter(Item& item) const;
+  void enterMoved() const;
   void tell();
   void fontsChanged();
   void adopt(Item& item);
@@ -155,6 +156,7 @@ class Scene {
   mutable bool m_settling = false;
   mutable ExtentTree m_extents;
   mutable std::vector<platform::Rect> m_oldParts, m_newParts;  ///< room for `settle`
+  mutable std::vector<Labels::Moved> m_moved;
   mutable std::vector<Item*> m_pending;
   mutable std::vector<platform::Rect> m_damage;
 };

@@ -54,6 +54,8 @@ void CLSEditor::populate() {
   m_view.load(*layoutNode());
   SyncViewButtons();
   SyncCategoryButtons();
+  // Before the first layout all boxes stand on one spot, where nobody is to see them.
+  const CanvasUpdate update(*m_diagram);
   drawModel();
   if (model().MetaNodes(types::kGeomArea)->extension()->Count() == 0) {
     toggleCompartment("ViewParameters");

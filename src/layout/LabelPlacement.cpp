@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <compare>
-#include <span>
 
 #include "layout/Segments.h"
 
@@ -108,31 +106,113 @@ void addAlong(const std::vector<Point>& course, Size size, const LabelGaps& gaps
   }
 }
 
-/// How far two areas lie over each other, as a whole number: sums do not depend on the order.
-double overlap(const Rect& a, const Rect& b) {
-  const double width = std::min(a.right(), b.right()) - std::max(a.left, b.left);
-  const double height = std::min(a.bottom(), b.bottom()) - std::max(a.top, b.top);
-  return width > 0 && height > 0 ? std::ceil(width * height) : 0;
+void markFar(std::vector<LabelCandidate>& candidates, std::size_t first) {
+  for (std::size_t i = first; i < candidates.size(); ++i) candidates[i].isFar = true;
 }
 
-struct Badness {
-  double over = 0;
-  int crossed = 0;
-  friend auto operator<=>(const Badness&, const Badness&) = default;
+/// Chooses one of the candidates for a label.
+class Choice {
+ public:
+  Choice(const std::vector<LabelCandidate>& candidates, const std::vector<Point>& course,
+         const LabelSurroundings& around, double clear, std::vector<Rect>& examined)
+      : m_candidates(candidates),
+        m_course(course),
+        m_around(around),
+        m_clear(clear),
+        m_examined(examined),
+        m_firstExamined(examined.size()) {}
+
+  [[nodiscard]] Rect made() {
+    const LabelCandidate* best = leastCrossed(false);
+    if (!best) best = leastCrossed(true);
+    if (!best) best = leastCovering();
+    return best->area;
+  }
+
+ private:
+  static constexpr int kCrowd = 12;
+
+  /// Among those that cover no solid; nothing if there is none.
+  [[nodiscard]] const LabelCandidate* leastCrossed(bool isFar) {
+    const LabelCandidate* best = nullptr;
+    int least = kCrowd + 1;
+    for (const LabelCandidate& one : m_candidates) {
+      if (one.isFar != isFar) continue;
+      const Rect area = one.area.grownBy(m_clear);
+      examine(area);
+      if (m_around.covered(area, 1) > 0) continue;
+      const int crossed = crossedBy(one, area, std::min(least, kCrowd));
+      if (crossed >= least) continue;
+      least = crossed;
+      best = &one;
+      if (least == 0) break;
+    }
+    return best;
+  }
+
+  [[nodiscard]] const LabelCandidate* leastCovering() const {
+    const Rect& first = m_candidates.front().area;
+    // Whatever covers more than that is as bad as anything.
+    const double most = std::ceil(4 * first.width * first.height);
+    double least = most;
+    int lines = kCrowd + 1;
+    const LabelCandidate* best = nullptr;
+    for (const LabelCandidate& one : m_candidates) {
+      const Rect area = one.area.grownBy(m_clear);
+      const double covered = std::min(m_around.covered(area, std::min(least + 1, most)), most);
+      if (covered > least) continue;
+      const int crossed = crossedBy(one, area, kCrowd);
+      if (covered == least && crossed >= lines) continue;
+      least = covered;
+      lines = crossed;
+      best = &one;
+    }
+    return best;
+  }
+
+  [[nodiscard]] int crossedBy(const LabelCandidate& one, const Rect& area, int enough) const {
+    int count = 0;
+    for (std::size_t i = 1; !one.onLine && i < m_course.size(); ++i) {
+      count += strike(m_course[i - 1], m_course[i], one.area);
+    }
+    if (count < enough) count += m_around.crossed(area, enough - count);
+    // How far beyond a crowd it was counted is chance.
+    return std::min(count, kCrowd);
+  }
+
+  /// Notes the area in few rectangles, of which none is much larger than what it stands for.
+  void examine(const Rect& area) {
+    constexpr double kLargest = 8192;
+    if (m_examined.size() > m_firstExamined) {
+      const Rect both = m_examined.back().united(area);
+      if (both == m_examined.back() || std::max(both.width, both.height) <= kLargest) {
+        m_examined.back() = both;
+        return;
+      }
+    }
+    m_examined.push_back(area);
+  }
+
+  const std::vector<LabelCandidate>& m_candidates;
+  const std::vector<Point>& m_course;
+  const LabelSurroundings& m_around;
+  double m_clear;
+  std::vector<Rect>& m_examined;
+  std::size_t m_firstExamined;
 };
 
-Rect aroundOf(std::span<const LabelCandidate> candidates) {
-  Rect all;
-  for (const LabelCandidate& one : candidates) all = all.united(one.area);
-  return all;
-}
-
 }  // namespace
+
+int strike(Point from, Point to, const Rect& area) {
+  if (!crosses(from, to, area)) return 0;
+  return std::abs(to.x - from.x) > std::abs(to.y - from.y) ? 3 : 1;
+}
 
 std::vector<LabelCandidate> nameCandidates(const std::vector<Point>& course, Size size,
                                            double share, const LabelGaps& gaps) {
   constexpr std::size_t kMostPieces = 6;
-  constexpr std::array kAside = {0.0, -0.12, 0.12, -0.24, 0.24, -0.36, 0.36};
+  constexpr std::array kAside = {0.0, -0.1, 0.1, -0.2, 0.2};
+  constexpr std::array kFarAside = {0.0, -0.18, 0.18, -0.36, 0.36};
   constexpr double kNearestToEnd = 0.1;
   constexpr std::array kAway = {1.5, 3.0, 5.0, 8.0};  // in heights of the label
   const Course whole(course);
@@ -147,7 +227,15 @@ std::vector<LabelCandidate> nameCandidates(const std::vector<Point>& course, Siz
     if (aside != 0 && (at < kNearestToEnd || at > 1 - kNearestToEnd)) continue;
     addAround(whole.at(at), size, gaps.beside, found);
   }
-  for (const double away : kAway) addAside(whole.at(share), size, away * size.height, found);
+  const std::size_t near = found.size();
+  for (const double away : kAway) {
+    for (const double aside : kFarAside) {
+      const double at = share + aside;
+      if (at < kNearestToEnd || at > 1 - kNearestToEnd) continue;
+      addAside(whole.at(at), size, away * size.height, found);
+    }
+  }
+  markFar(found, near);
   return found;
 }
 
@@ -163,6 +251,7 @@ std::vector<LabelCandidate> endCandidates(const Rect& box, const std::vector<Poi
   // of the way of the next line's.
   const bool low = upright ? next.x > end.x || (next.x == end.x && end.x < middle.x)
                            : !(next.y < end.y || (next.y == end.y && end.y > middle.y));
+  constexpr std::size_t kNear = 10;
   std::vector<LabelCandidate> found;
   for (const bool before : {low, !low}) {
     Rect area{0, 0, size.width, size.height};
@@ -176,6 +265,7 @@ std::vector<LabelCandidate> endCandidates(const Rect& box, const std::vector<Poi
     found.push_back({area});
   }
   addAlong(course, size, gaps, found);
+  markFar(found, kNear);
   // Past the corners of a box that stands too near on the other side.
   const std::array<Rect, 2> beside{found[0].area, found[1].area};
   for (const double share : upright ? std::array{0.3, 0.6, 0.9} : std::array{1.5, 3.0, 5.0}) {
@@ -183,62 +273,15 @@ std::vector<LabelCandidate> endCandidates(const Rect& box, const std::vector<Poi
       const double sign = (i == 0) == low ? -1 : 1;
       const Point by =
           upright ? Point{sign * share * size.width, 0} : Point{0, sign * share * size.height};
-      found.push_back({beside[i].movedBy(by)});
+      found.push_back({beside[i].movedBy(by), false, true});
     }
   }
   return found;
 }
 
-PlacedLabel bestOf(const std::vector<LabelCandidate>& candidates, const std::vector<Point>& course,
-                   const LabelSurroundings& around, const LabelGaps& gaps) {
-  /// Asking once around all candidates is worth it when they lie near each other.
-  constexpr double kNear = 12'000;
-  LabelObstacles obstacles;
-  const auto ask = [&](const Rect& area) {
-    obstacles.solid.clear();
-    obstacles.pieces.clear();
-    around(area, obstacles);
-  };
-  constexpr int kCrowd = 6;
-  constexpr std::size_t kForLines = 8;
-  bool crowded = false;
-  const auto badnessOf = [&](const LabelCandidate& candidate, const Rect& area) {
-    Badness badness;
-    for (const Rect& solid : obstacles.solid) badness.over += overlap(area, solid);
-    if (crowded) return badness;
-    for (const auto& piece : obstacles.pieces) {
-      badness.crossed += crosses(piece.from, piece.to, area);
-    }
-    for (std::size_t i = 1; !candidate.onLine && i < course.size(); ++i) {
-      badness.crossed += crosses(course[i - 1], course[i], candidate.area);
-    }
-    return badness;
-  };
-  const Rect first = candidates.front().area.grownBy(gaps.clear);
-  ask(first);
-  PlacedLabel placed{candidates.front().area, first};
-  Badness least = badnessOf(candidates.front(), first);
-  crowded = least.crossed > kCrowd;
-  if (crowded) least.crossed = 0;
-  if (least == Badness()) return placed;
-  bool once = false;
-  for (std::size_t i = 1; i < candidates.size() && least != Badness(); ++i) {
-    if (i >= kForLines && least.over == 0) break;
-    if (i == 1 || i == kForLines) {
-      const std::size_t end = i == 1 ? kForLines : candidates.size();
-      const Rect all = aroundOf(std::span(candidates).first(std::min(end, candidates.size())));
-      once = std::max(all.width, all.height) <= kNear;
-      if (once) ask(all.grownBy(gaps.clear));
-    }
-    const Rect area = candidates[i].area.grownBy(gaps.clear);
-    placed.examined = placed.examined.united(area);
-    if (!once) ask(area);
-    const Badness badness = badnessOf(candidates[i], area);
-    if (badness >= least) continue;
-    least = badness;
-    placed.area = candidates[i].area;
-  }
-  return placed;
+Rect bestOf(const std::vector<LabelCandidate>& candidates, const std::vector<Point>& course,
+            const LabelSurroundings& around, const LabelGaps& gaps, std::vector<Rect>& examined) {
+  return Choice(candidates, course, around, gaps.clear, examined).made();
 }
 
 }  // namespace brisel::layout

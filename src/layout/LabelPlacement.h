@@ -24,20 +24,20 @@ struct LabelGaps {
 struct LabelCandidate {
   platform::Rect area;
   bool onLine = false;  ///< lies on its own line, of which a piece is covered
+  bool isFar = false;   ///< so far away that lines had better be covered than this be taken
 };
 
-/// What is in the way of a label.
-struct LabelObstacles {
-  struct Piece {
-    platform::Point from;
-    platform::Point to;
-  };
-  std::vector<platform::Rect> solid;  ///< boxes, and labels placed before
-  std::vector<Piece> pieces;          ///< of other lines, which a label had better not cover
+/// What is in the way of a label. Both may stop counting when they have counted enough.
+struct LabelSurroundings {
+  /// How much of boxes and of labels placed before the area lies over, in the unit's square.
+  std::function<double(const platform::Rect& area, double enough)> covered;
+  /// How badly pieces of other lines run through the area: the sum of their strikes.
+  std::function<int(const platform::Rect& area, int enough)> crossed;
 };
 
-/// Adds what lies in the area, and perhaps more that lies near.
-using LabelSurroundings = std::function<void(const platform::Rect& area, LabelObstacles& found)>;
+/// How badly a piece of a line runs through the area of a label: 0 if it does not, 1 across it, 3
+/// along its words.
+[[nodiscard]] int strike(platform::Point from, platform::Point to, const platform::Rect& area);
 
 /// For the name of a line, near the share of its length, from 0 to 1, first: on the line, on either
 /// side of it, then further along. Lines of several pieces are labelled at the middle of a piece
@@ -52,18 +52,15 @@ using LabelSurroundings = std::function<void(const platform::Rect& area, LabelOb
                                                         const std::vector<platform::Point>& course,
                                                         platform::Size size, const LabelGaps& gaps);
 
-struct PlacedLabel {
-  platform::Rect area;
-  /// Around all candidates that were looked at: what changes outside of it changes nothing.
-  platform::Rect examined;
-};
-
-/// The first candidate over no solid and no line but the one that it lies on; where there is none,
-/// the one with the least area over solids, then over the fewest lines. For the sake of lines alone
-/// only the best eight are looked at; where they crowd so that the first candidate would cover more
-/// than six of others they do not count. Pre: at least one.
-[[nodiscard]] PlacedLabel bestOf(const std::vector<LabelCandidate>& candidates,
-                                 const std::vector<platform::Point>& course,
-                                 const LabelSurroundings& around, const LabelGaps& gaps);
+/// The first candidate that covers no solid and no line but the one that it lies on; where there is
+/// none, the one among those that cover no solid, and are not far if there is one, that is
+/// struck by lines least; else the one that covers least of solids, then is struck least. Strikes
+/// of a dozen are a crowd, in which it does not matter how many there are. Adds areas around all
+/// candidates that were looked at: what changes outside of them changes nothing. Pre: at least one
+/// candidate.
+[[nodiscard]] platform::Rect bestOf(const std::vector<LabelCandidate>& candidates,
+                                    const std::vector<platform::Point>& course,
+                                    const LabelSurroundings& around, const LabelGaps& gaps,
+                                    std::vector<platform::Rect>& examined);
 
 }  // namespace brisel::layout

@@ -10,6 +10,11 @@ namespace brisel::layout {
 /// border does not count.
 [[nodiscard]] inline bool crosses(platform::Point from, platform::Point to,
                                   const platform::Rect& box) {
+  // Most ways pass far by, which needs no division.
+  if (std::max(from.x, to.x) <= box.left || std::min(from.x, to.x) >= box.right() ||
+      std::max(from.y, to.y) <= box.top || std::min(from.y, to.y) >= box.bottom()) {
+    return false;
+  }
   double first = 0;
   double last = 1;
   const auto cut = [&](double start, double way, double low, double high) {

@@ -230,5 +230,29 @@ TEST(Labels, keepOffTheLinesOfOthers) {
   EXPECT_EQ(right.labelArea().center(), middleOf(right.points()));
 }
 
+TEST(Labels, keepOffTheHeadsOfLines) {
+  DiagramBuilder diagram;
+  diagram.box("top", "ATopOfManyLetters", 0, 0);
+  std::vector<Link*> lines;
+  for (int i = 0; i < 6; ++i) {
+    const std::string number = std::to_string(i);
+    diagram.box("b" + number, "B", i * 1500 - 2000, 2500 + i % 2 * 800);
+    lines.push_back(&diagram.line("l" + number, "top", "b" + number, i % 2 == 0 ? "name" : ""));
+    lines.back()->beginText("owner 1");
+    lines.back()->endText("0..*");
+    lines.back()->bends({{200.0 + i * 300, 1200}, {i * 1500 - 1600.0, 1200}});
+    lines.back()->beginArrow(i % 2 == 0 ? 14 : 13);
+    lines.back()->endArrow(3);
+  }
+  std::vector<Rect> heads;
+  for (const Link* line : lines) {
+    heads.push_back(headArea(line->beginArrow(), beginOf(line->points())));
+    heads.push_back(headArea(line->endArrow(), endOf(line->points())));
+  }
+  for (const Text& text : textsOf(diagram.control->scene())) {
+    for (const Rect& head : heads) EXPECT_FALSE(text.area.intersects(head)) << text.link->key();
+  }
+}
+
 }  // namespace
 }  // namespace brisel::canvas
