@@ -7,7 +7,7 @@ namespace brisel::layout {
 namespace {
 
 /// A piece is shifted this many times the usual gap at most.
-constexpr double kReach = 16;
+constexpr double kLongestShift = 16;
 /// So many of the nearest places for a piece are compared.
 constexpr std::size_t kMostPlaces = 12;
 constexpr double kSame = 1e-6;
@@ -76,7 +76,7 @@ ConnectorNudging::Room ConnectorNudging::roomOf(std::size_t i) {
   const Way way = wayOf(i);
   const double level = levelOf(i);
   const std::size_t last = course.size() - 1;
-  Range boxes = Range{level, level}.grownBy(kReach * m_measures.gap);
+  Range boxes = Range{level, level}.grownBy(kLongestShift * m_measures.gap);
   boxes.low = std::max(boxes.low, std::min(level, across(m_corner, way)));
   limitByBoxes(i, boxes);
   const double breadth = boxes.high - boxes.low;
@@ -115,6 +115,11 @@ ConnectorNudging::Room ConnectorNudging::roomOf(std::size_t i) {
   if (isInner && isBoundBelow && isBoundAbove) wish = (boxes.low + boxes.high) / 2;
   if (isInner && isBoundBelow != isBoundAbove) wish = isBoundBelow ? roomy.low : roomy.high;
   wish = std::clamp(wish, std::min(roomy.low, roomy.high), std::max(roomy.low, roomy.high));
+  // The branches of a trunk part at one height.
+  for (const Trunk::Piece& piece : m_trunk->pieces) {
+    const bool fits = piece.at >= limits.low && piece.at <= limits.high;
+    if (isInner && i + 2 == last && piece.way == way && fits) wish = piece.at;
+  }
   if (limits.low > limits.high) limits = {level, level};
   return {limits, std::clamp(wish, limits.low, limits.high)};
 }

@@ -17,7 +17,7 @@ namespace brisel::layout {
 namespace {
 
 /// What reaches further than so many tiles is neither looked through nor searched.
-constexpr double kFarthest = 4000;
+constexpr double kFarthestLed = 4000;
 
 /// Between the sides that face each other, with two bends or none.
 std::vector<Point> plainCourse(const Rect& source, const Rect& target, double corner) {
@@ -77,11 +77,13 @@ class ConnectorRouter::Job {
     });
     std::vector<std::vector<Point>> courses(connectors.size());
     std::vector<int> numbers(connectors.size(), -1);
-    // Those that were led first know nothing of the later ones: all get a second chance.
+    m_search.expect(connectors.size());
+    // Those that were led first know nothing of the later ones: what these disturb is led again.
     for (int round = 0; round < 2; ++round) {
       for (const int i : order) {
         progress.step();
         progress.done(1);
+        if (round > 0 && !isDisturbed(numbers[i])) continue;
         if (numbers[i] >= 0) m_field.removeLine(numbers[i]);
         courses[i] = lead(connectors[i]);
         numbers[i] = m_field.addLine({connectors[i], courses[i]});
@@ -97,7 +99,7 @@ class ConnectorRouter::Job {
     if (!isLevel && std::abs(a.x - b.x) >= kStraight) return false;
     const Way way = isLevel ? Way::level : Way::upright;
     const Range span = between(along(a, way), along(b, way));
-    if (!(span.high - span.low < kFarthest * m_measures.tile)) return false;
+    if (!(span.high - span.low < kFarthestLed * m_measures.tile)) return false;
     bool isSound = true;
     const double level = across(a, way);
     m_field.eachBox(rectOf(span, {level, level}, way), [&](const StandingBox& box) {
@@ -114,11 +116,37 @@ class ConnectorRouter::Job {
     return isSound;
   }
 
+  [[nodiscard]] bool isFar(const Connector& connector) const {
+    const Rect all = connector.source.rect.united(connector.target.rect);
+    return !(all.width + all.height < kFarthestLed * m_measures.tile);
+  }
+
+  /// Whether a line that came later crosses the line, or runs beside it too near.
+  bool isDisturbed(int number) {
+    if (isFar(m_field.line(number).connector)) return false;
+    const auto& course = m_field.line(number).course;
+    bool isDisturbed = false;
+    for (std::size_t i = 1; i < course.size() && !isDisturbed; ++i) {
+      const Point a = course[i - 1];
+      const Point b = course[i];
+      const Way way = std::abs(a.y - b.y) < 1 ? Way::level : Way::upright;
+      const Range span = between(along(a, way), along(b, way));
+      const Range side = between(across(a, way), across(b, way));
+      const auto take = [&](const RoutingField::Piece& piece) {
+        isDisturbed |= piece.line > number && !areRelated(m_field.line(piece.line).connector,
+                                                          m_field.line(number).connector);
+      };
+      m_field.eachPiece(rectOf(span, side, way), crossWay(way), take);
+      m_field.eachPiece(rectOf(span, side.grownBy(m_measures.track / 2), way), way, take);
+    }
+    return isDisturbed;
+  }
+
   std::vector<Point> lead(const Connector& connector) {
     const Rect& source = connector.source.rect;
     const Rect& target = connector.target.rect;
     if (connector.source.id == connector.target.id || source.intersects(target)) return {};
-    if (!(manhattan(connector) < kFarthest * m_measures.tile)) {
+    if (isFar(connector)) {
       return plainCourse(source, target, m_measures.corner);
     }
     const Trunk trunk = trunkOf(connector);

@@ -11,14 +11,20 @@ namespace {
 
 /// A search ends unsuccessfully after so many.
 constexpr int kMostSteps = 3000;
-/// From here on it looks for a way rather than for the best one.
+/// After so many it looks for a way rather than for the best one; earlier when many lines are led.
 constexpr double kPatience = 400;
+constexpr double kLeastPatience = 30;
+constexpr double kPatienceOfAll = 3000;
 /// A ray is followed over so many tiles.
-constexpr int kFarthest = 400;
+constexpr int kLongestRay = 400;
 /// What a piece on another one costs, in bends; most are shifted apart later.
 constexpr double kOnAnother = 0.5;
-/// What a line pays for its end at a side or a place that does not suit it, in bends.
+/// What a line pays for its end at a side that does not suit it, in bends.
 constexpr double kUnfit = 0.75;
+/// And for an end beside the trunk that it could join.
+constexpr double kOffTrunk = 1.5;
+/// A piece on the trunk looks better than one beside it.
+constexpr double kOnTrunk = -0.2;
 
 }  // namespace
 
@@ -36,6 +42,11 @@ Range portRange(const Range& side, double corner) {
 std::size_t ConnectorSearch::KeyHash::operator()(const Key& key) const {
   const std::hash<double> hash;
   return (hash(key.x) * 31 + hash(key.y)) * 31 + static_cast<std::size_t>(key.heading);
+}
+
+void ConnectorSearch::expect(std::size_t lines) {
+  const double share = kPatienceOfAll / static_cast<double>(lines + 1);
+  m_patience = std::clamp(share, kLeastPatience, kPatience);
 }
 
 std::optional<std::vector<Point>> ConnectorSearch::find(const Connector& connector,
@@ -136,7 +147,7 @@ void ConnectorSearch::open(const State& state, double rest) {
     if (!isNew && least->second <= state.cost) return;
     least->second = state.cost;
   }
-  const double weight = 1.02 + m_steps / kPatience;
+  const double weight = 1.02 + m_steps / m_patience;
   m_open.push({state.cost + weight * rest, count(m_states)});
   m_states.push_back(state);
 }
@@ -184,7 +195,7 @@ void ConnectorSearch::expand(int number) {
     const Point end = pointAt(ray.end, across(state.at, way), way);
     if (m_trunk->port) {
       const Point apart = *m_trunk->port - end;
-      if (std::abs(apart.x) + std::abs(apart.y) > 1) cost += kUnfit * m_measures.bend;
+      if (std::abs(apart.x) + std::abs(apart.y) > 1) cost += kOffTrunk * m_measures.bend;
     }
     open({end, state.heading, cost, number, true}, 0);
   }
@@ -220,7 +231,7 @@ void ConnectorSearch::follow(const State& state, Ray& ray) {
   ray.end = sign > 0 ? window.high : window.low;
   const double side = across(state.at, way);
   double from = along(state.at, way);
-  for (int i = 0; i < kFarthest && sign * from < sign * ray.end; ++i) {
+  for (int i = 0; i < kLongestRay && sign * from < sign * ray.end; ++i) {
     const double to = sign > 0 ? std::min(from + m_measures.tile, ray.end)
                                : std::max(from - m_measures.tile, ray.end);
     const Range part{std::min(from, to), std::max(from, to)};
@@ -292,10 +303,12 @@ void ConnectorSearch::meetLines(const State& state, const Rect& area, Ray& ray) 
   });
   const double from = along(state.at, way);
   m_field.eachPiece(area, way, [&](const RoutingField::Piece& piece) {
-    if (isOwn(piece) || piece.span.low == piece.span.high) return;
+    if (piece.span.low == piece.span.high) return;
+    const bool isTrunk = isOwn(piece);
+    if (isTrunk && std::abs(piece.at - side) >= 1) return;
     const double begin =
         sign > 0 ? std::max(from, piece.span.low) : std::min(from, piece.span.high);
-    ray.costs.push_back({begin, kOnAnother * m_measures.bend});
+    ray.costs.push_back({begin, (isTrunk ? kOnTrunk : kOnAnother) * m_measures.bend});
   });
 }
 
@@ -308,7 +321,6 @@ void ConnectorSearch::addGoalTurns(Way way, Ray& ray) const {
     ray.turns.push_back((std::max(source.low, target.low) + std::min(source.high, target.high)) /
                         2);
   } else {
-    ray.turns.push_back(source.low > target.high ? target.high : target.low);
     ray.turns.push_back((std::max(source.low, target.low) + std::min(source.high, target.high)) /
                         2);
   }

@@ -35,6 +35,8 @@ class ConnectorSearch {
   ConnectorSearch(RoutingField& field, const RoutingMeasures& measures, Point corner)
       : m_field(field), m_measures(measures), m_corner(corner) {}
 
+  /// So many lines are to be led: the more they are, the sooner each search is content.
+  void expect(std::size_t lines);
   /// From border to border with right angles; nothing when there is no way, or none was found
   /// within so many steps. Pieces may still lie on those of other lines.
   [[nodiscard]] std::optional<std::vector<Point>> find(const Connector& connector,
@@ -106,6 +108,7 @@ class ConnectorSearch {
   std::unordered_map<Key, double, KeyHash> m_least;
   std::array<double, 4> m_targetCost{};
   int m_steps = 0;
+  double m_patience = 1;
   std::vector<StandingBox> m_near;  ///< room for `meetBoxes`
 };
 

@@ -45,16 +45,22 @@ void RoutingField::load(std::int64_t x, std::int64_t y) {
   m_surroundings.collect({static_cast<double>(x) * side, static_cast<double>(y) * side, side, side},
                          boxes, lines);
   for (const StandingBox& box : boxes) addBox(box);
+  // Long lines are entered as far as was asked.
+  const Tiles sector{x * kSector, y * kSector, (x + 1) * kSector - 1, (y + 1) * kSector - 1};
   for (const StandingLine& line : lines) {
-    if (!m_knownLines.contains(line.connector.id)) addLine(line);
+    const auto [known, isNew] = m_numbers.try_emplace(line.connector.id, count(m_lines));
+    if (isNew) m_lines.push_back(line);
+    enter(known->second, sector, isNew);
   }
 }
 
 template <class Change>
-void RoutingField::change(const Tiles& tiles, Change&& change) {
+void RoutingField::change(const Tiles& tiles, const Tiles& limits, Change&& change) {
   if (tiles.areMany()) return change(m_large);
-  for (std::int64_t x = tiles.left; x <= tiles.right; ++x) {
-    for (std::int64_t y = tiles.top; y <= tiles.bottom; ++y) change(m_tiles[keyOf(x, y)]);
+  const Tiles part{std::max(tiles.left, limits.left), std::max(tiles.top, limits.top),
+                   std::min(tiles.right, limits.right), std::min(tiles.bottom, limits.bottom)};
+  for (std::int64_t x = part.left; x <= part.right; ++x) {
+    for (std::int64_t y = part.top; y <= part.bottom; ++y) change(m_tiles[keyOf(x, y)]);
   }
 }
 
@@ -62,7 +68,7 @@ void RoutingField::addBox(const StandingBox& box) {
   if (!m_knownBoxes.insert(box.id).second) return;
   const int number = count(m_boxes);
   m_boxes.push_back(box);
-  change(tilesOf(box.rect), [&](Tile& tile) { tile.boxes.push_back(number); });
+  change(tilesOf(box.rect), kEverywhere, [&](Tile& tile) { tile.boxes.push_back(number); });
 }
 
 template <class Take>
@@ -88,17 +94,25 @@ void RoutingField::eachPieceOf(int number, Take&& take) const {
 
 int RoutingField::addLine(const StandingLine& line) {
   const int number = count(m_lines);
-  m_knownLines.insert(line.connector.id);
   m_lines.push_back(line);
-  eachPieceOf(number, [&](Way way, const Piece& piece) {
-    change(tilesOf(piece, way), [&](Tile& tile) { tile.pieces[indexOf(way)].push_back(piece); });
-  });
+  enter(number, kEverywhere, true);
   return number;
+}
+
+void RoutingField::enter(int number, const Tiles& limits, bool isNew) {
+  eachPieceOf(number, [&](Way way, const Piece& piece) {
+    const Tiles tiles = tilesOf(piece, way);
+    if (tiles.areMany() && !isNew) return;
+    Piece placed = piece;
+    placed.left = static_cast<std::int32_t>(tiles.left);
+    placed.top = static_cast<std::int32_t>(tiles.top);
+    change(tiles, limits, [&](Tile& tile) { tile.pieces[indexOf(way)].push_back(placed); });
+  });
 }
 
 void RoutingField::removeLine(int number) {
   eachPieceOf(number, [&](Way way, const Piece& piece) {
-    change(tilesOf(piece, way), [&](Tile& tile) {
+    change(tilesOf(piece, way), kEverywhere, [&](Tile& tile) {
       std::erase_if(tile.pieces[indexOf(way)], [&](const Piece& p) { return p.line == number; });
     });
   });

@@ -4,6 +4,7 @@
 #include <array>
 #include <cmath>
 #include <cstdint>
+#include <limits>
 #include <unordered_map>
 #include <unordered_set>
 #include <vector>
@@ -79,6 +80,8 @@ class RoutingField {
     double at;  ///< across
     Range span;
     int line;
+    std::int32_t left = 0;  ///< the first tile that it is in
+    std::int32_t top = 0;
   };
 
   RoutingField(const Surroundings& surroundings, const RoutingMeasures& measures);
@@ -103,7 +106,9 @@ class RoutingField {
     eachTile(tiles, [&](std::int64_t x, std::int64_t y, const Tile& tile) {
       for (const int i : tile.boxes) {
         const Rect& box = m_boxes[i].rect;
-        if (touches(box) && isFirst(x, y, tiles, tilesOf(box))) take(m_boxes[i]);
+        if (!touches(box)) continue;
+        const Tiles own = tilesOf(box);
+        if (isFirst(x, y, tiles, own.left, own.top)) take(m_boxes[i]);
       }
     });
   }
@@ -122,7 +127,7 @@ class RoutingField {
     }
     eachTile(tiles, [&](std::int64_t x, std::int64_t y, const Tile& tile) {
       for (const Piece& piece : tile.pieces[indexOf(way)]) {
-        if (touches(piece) && isFirst(x, y, tiles, tilesOf(piece, way))) take(piece);
+        if (isFirst(x, y, tiles, piece.left, piece.top) && touches(piece)) take(piece);
       }
     });
   }
@@ -141,19 +146,25 @@ class RoutingField {
     /// Larger things are looked through one by one.
     [[nodiscard]] bool areMany() const { return (right - left + 1) * (bottom - top + 1) > 1024; }
   };
+  static constexpr Tiles kEverywhere{
+      std::numeric_limits<std::int64_t>::min(), std::numeric_limits<std::int64_t>::min(),
+      std::numeric_limits<std::int64_t>::max(), std::numeric_limits<std::int64_t>::max()};
   static std::size_t indexOf(Way way) { return way == Way::level ? 0 : 1; }
   /// Whether it is the first tile of the area in which a thing of these tiles is met.
-  static bool isFirst(std::int64_t x, std::int64_t y, const Tiles& area, const Tiles& own) {
-    return x == std::max(own.left, area.left) && y == std::max(own.top, area.top);
+  static bool isFirst(std::int64_t x, std::int64_t y, const Tiles& area, std::int64_t left,
+                      std::int64_t top) {
+    return x == std::max(left, area.left) && y == std::max(top, area.top);
   }
   [[nodiscard]] std::int64_t tileAt(double coordinate) const;
   [[nodiscard]] Tiles tilesOf(const Rect& rect) const;
   [[nodiscard]] Tiles tilesOf(const Piece& piece, Way way) const {
     return tilesOf(rectOf(piece.span, {piece.at, piece.at}, way));
   }
-  /// Calls change(tile) for all tiles, or for the one of large things.
+  /// Calls change(tile) for all tiles within the limits, or for the one of large things.
   template <class Change>
-  void change(const Tiles& tiles, Change&& change);
+  void change(const Tiles& tiles, const Tiles& limits, Change&& change);
+  /// Enters the pieces of a line where they touch these tiles; large ones the first time only.
+  void enter(int number, const Tiles& limits, bool isNew);
   /// All that may be in the area has been asked for.
   Tiles touched(const Rect& area);
   void load(std::int64_t x, std::int64_t y);
@@ -178,7 +189,7 @@ class RoutingField {
   std::vector<StandingBox> m_boxes;
   std::vector<StandingLine> m_lines;
   std::unordered_set<std::uint64_t> m_knownBoxes;
-  std::unordered_set<std::uint64_t> m_knownLines;
+  std::unordered_map<std::uint64_t, int> m_numbers;  ///< of standing lines by identifier
   std::unordered_map<std::uint64_t, Tile> m_tiles;
   Tile m_large;
   std::unordered_set<std::uint64_t> m_loaded;  ///< sectors of tiles
