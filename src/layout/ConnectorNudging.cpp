@@ -43,7 +43,7 @@ void ConnectorNudging::shiftPiece(std::size_t i) {
   const Room room = roomOf(i);
   const auto pieces = neighboursOf(i, room.limits);
   const bool isEnd = i == 0 || i + 2 == m_course->size();
-  for (const double track : {2.0, 1.0, 0.5, 0.25, 0.1}) {
+  for (const double track : {2.0, 1.0, 0.5, 0.25, 0.15}) {
     if (track > 1 && !isEnd) continue;
     std::vector<Range> forbidden;
     for (const auto& piece : pieces) {

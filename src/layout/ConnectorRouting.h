@@ -45,8 +45,8 @@ class Surroundings {
 /// Shortest courses of few bends and crossings by A* over the orthogonal visibility graph, of which
 /// only what the search reaches is made; then pieces are shifted apart: Wybrow, Marriott, Stuckey:
 /// Orthogonal connector routing, 2009. The time grows with the lines that are led and what is near
-/// them. Each search is bounded; a line that finds no way within the bound gets the plain course
-/// between the sides that face each other, whatever stands there.
+/// them. Each search is bounded, and so are all together; a line that finds no way within the
+/// bounds gets the plain course between the sides that face each other, whatever stands there.
 class ConnectorRouter {
  public:
   /// No course goes left of or above the corner, unless its boxes stand there. The surroundings

@@ -11,6 +11,8 @@ namespace {
 
 /// A search ends unsuccessfully after so many.
 constexpr int kMostSteps = 3000;
+/// And all of them together.
+constexpr int kMostStepsOfAll = 500'000;
 /// After so many it looks for a way rather than for the best one; earlier when many lines are led.
 constexpr double kPatience = 400;
 constexpr double kLeastPatience = 30;
@@ -53,6 +55,7 @@ std::optional<std::vector<Point>> ConnectorSearch::find(const Connector& connect
                                                         const Trunk& trunk) {
   m_connector = &connector;
   m_trunk = &trunk;
+  if (m_stepsOfAll > kMostStepsOfAll) return {};
   const Rect whole = connector.source.rect.united(connector.target.rect);
   for (const double room : {10.0, 60.0}) {
     m_window = whole.grownBy(room * 4 * m_measures.gap +
@@ -72,6 +75,7 @@ std::optional<std::vector<Point>> ConnectorSearch::find(const Connector& connect
       if (state.isGoal) return courseTo(number);
       if (m_least.at({state.at.x, state.at.y, state.heading}) < state.cost) continue;
       ++m_steps;
+      ++m_stepsOfAll;
       expand(number);
     }
     if (m_steps >= kMostSteps) break;
@@ -299,7 +303,9 @@ void ConnectorSearch::meetLines(const State& state, const Rect& area, Ray& ray) 
   };
   m_field.eachPiece(area, crossWay(way), [&](const RoutingField::Piece& piece) {
     if (!piece.span.contains(side) || isOwn(piece)) return;
-    ray.costs.push_back({piece.at, m_measures.crossing});
+    // Arrows and bends are not to be crossed.
+    const double end = std::min(side - piece.span.low, piece.span.high - side);
+    ray.costs.push_back({piece.at, (end < m_measures.stub ? 2 : 1) * m_measures.crossing});
   });
   const double from = along(state.at, way);
   m_field.eachPiece(area, way, [&](const RoutingField::Piece& piece) {
@@ -321,6 +327,8 @@ void ConnectorSearch::addGoalTurns(Way way, Ray& ray) const {
     ray.turns.push_back((std::max(source.low, target.low) + std::min(source.high, target.high)) /
                         2);
   } else {
+    const double quarter = (target.high - target.low) / 4;
+    ray.turns.push_back(source.low > target.high ? target.high - quarter : target.low + quarter);
     ray.turns.push_back((std::max(source.low, target.low) + std::min(source.high, target.high)) /
                         2);
   }

@@ -108,6 +108,7 @@ class ConnectorSearch {
   std::unordered_map<Key, double, KeyHash> m_least;
   std::array<double, 4> m_targetCost{};
   int m_steps = 0;
+  int m_stepsOfAll = 0;
   double m_patience = 1;
   std::vector<StandingBox> m_near;  ///< room for `meetBoxes`
 };
