@@ -18,7 +18,7 @@ namespace {
 using platform::Point;
 using platform::Rect;
 
-constexpr int kTriangle = static_cast<int>(platform::Arrow::triangle);
+constexpr int kInherits = static_cast<int>(platform::Arrow::triangle);
 
 /// A diagram of inheritance and associations that was laid out as a whole.
 class ArrangeSelectedTest : public testing::Test, protected test::DiagramBuilder {
@@ -29,7 +29,7 @@ class ArrangeSelectedTest : public testing::Test, protected test::DiagramBuilder
     for (int i = 0; i < classes; ++i) box(keyOf(i), "Class" + keyOf(i), 0, 0, {"+name:string"});
     for (int i = 1; i < classes; ++i) {
       if (i % 2 == 1) {
-        line("g" + keyOf(i), keyOf(i), keyOf(i / 2)).endArrow(kTriangle);
+        line("g" + keyOf(i), keyOf(i), keyOf(i / 2)).endArrow(kInherits);
       } else {
         line("a" + keyOf(i), keyOf(i), keyOf(m_numbers.below(i)), "uses");
       }
@@ -101,7 +101,7 @@ class ArrangeSelectedTest : public testing::Test, protected test::DiagramBuilder
       for (const Piece& a : pieces) {
         for (const Piece& b : pieces) {
           if (a.link >= b.link || std::abs(a.at - b.at) > 5) continue;
-          const bool isTrunk = a.link->endArrow() == kTriangle && b.link->endArrow() == kTriangle &&
+          const bool isTrunk = a.link->endArrow() == kInherits && b.link->endArrow() == kInherits &&
                                &a.link->targetNode() == &b.link->targetNode();
           if (isTrunk || std::min(a.high, b.high) - std::max(a.low, b.low) < 15) continue;
           wrong += a.link->key() + " on " + b.link->key() + "\n";
@@ -170,8 +170,8 @@ TEST_F(ArrangeSelectedTest, goesRoundABoxThatWasPutOnALine) {
   box("middle", "Middle", 5000, 1800);
   box("low", "Low", 5000, 5200);
   const Link& between = line("l", "left", "right");
-  line("h", "middle", "high").endArrow(kTriangle);
-  line("m", "low", "middle").endArrow(kTriangle);
+  line("h", "middle", "high").endArrow(kInherits);
+  line("m", "low", "middle").endArrow(kInherits);
   for (const char* key : {"high", "middle", "low"}) control->selNode(std::string(key));
   control->Layout("%HIERARCHY%");
   const Rect middle = scene().node("middle")->bounds();
@@ -200,7 +200,7 @@ TEST_F(ArrangeSelectedTest, loopsWithBendsOfTheirOwnGoWithTheirBox) {
 TEST_F(ArrangeSelectedTest, newBoxesAndTheirLinesComeAmongWhatStands) {
   draw(40, 8);
   for (const char* key : {"new1", "new2", "new3"}) box(key, key, 0, 0);
-  line("n1", "new1", "k3").endArrow(kTriangle);
+  line("n1", "new1", "k3").endArrow(kInherits);
   line("n2", "new2", "k7");
   line("n3", "new2", "k20");
   line("n4", "new3", "new1");

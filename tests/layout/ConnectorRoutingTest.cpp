@@ -12,11 +12,11 @@
 namespace brisel::layout {
 namespace {
 
-const Spacing kSpacing{40, 60, 1.6};
-constexpr Point kCorner{-10'000, -10'000};
+const Spacing kLeadRoom{40, 60, 1.6};
+constexpr Point kNoEdge{-10'000, -10'000};
 
 /// Boxes numbered from 0 and lines from 0 on; gives what touches the area and counts how much.
-class Picture : public Surroundings {
+class Surrounded : public Surroundings {
  public:
   void collect(const Rect& area, std::vector<StandingBox>& found,
                std::vector<StandingLine>& foundLines) const override {
@@ -39,7 +39,7 @@ class Picture : public Surroundings {
     return {id, {from, boxes[from]}, {to, boxes[to]}, kind};
   }
   std::vector<std::vector<Point>> route(const std::vector<Connector>& connectors) const {
-    return ConnectorRouter(*this, kSpacing, kCorner).route(connectors);
+    return ConnectorRouter(*this, kLeadRoom, kNoEdge).route(connectors);
   }
 
   std::vector<Rect> boxes;
@@ -47,9 +47,9 @@ class Picture : public Surroundings {
   mutable std::size_t given = 0;
 };
 
-int bends(const std::vector<Point>& course) { return static_cast<int>(course.size()) - 2; }
+int bendsOf(const std::vector<Point>& course) { return static_cast<int>(course.size()) - 2; }
 
-double distance(const std::vector<Point>& course) {
+double lengthOf(const std::vector<Point>& course) {
   double sum = 0;
   for (std::size_t i = 1; i < course.size(); ++i) {
     sum += std::hypot(course[i].x - course[i - 1].x, course[i].y - course[i - 1].y);
@@ -76,12 +76,12 @@ TEST(ConnectorRouting, takesTheShortWayOfFewBends) {
   };
   for (const auto& [what, boxes, wanted, length] : cases) {
     SCOPED_TRACE(what);
-    Picture picture;
+    Surrounded picture;
     picture.boxes = boxes;
     const auto course = picture.route({picture.connector(0, 0, 1)}).front();
-    EXPECT_EQ(bends(course), wanted);
-    EXPECT_NEAR(distance(course), length, 60);
-    ConnectorRouter judge(picture, kSpacing, kCorner);
+    EXPECT_EQ(bendsOf(course), wanted);
+    EXPECT_NEAR(lengthOf(course), length, 60);
+    ConnectorRouter judge(picture, kLeadRoom, kNoEdge);
     EXPECT_TRUE(judge.isSound({picture.connector(0, 0, 1), course}));
   }
 }
@@ -89,7 +89,7 @@ TEST(ConnectorRouting, takesTheShortWayOfFewBends) {
 TEST(ConnectorRouting, leadsManyLinesAroundManyBoxes) {
   for (const std::uint64_t seed : {1, 2, 3}) {
     Numbers numbers(seed);
-    Picture picture;
+    Surrounded picture;
     for (int i = 0; i < 100; ++i) {
       picture.boxes.push_back({i % 10 * 260.0 + 60 * numbers.part(),
                                i / 10 * 200.0 + 40 * numbers.part(), 60 + 80 * numbers.part(),
@@ -107,7 +107,7 @@ TEST(ConnectorRouting, leadsManyLinesAroundManyBoxes) {
     for (std::size_t i = 0; i < courses.size(); ++i) {
       picture.lines.push_back({connectors[i], courses[i]});
     }
-    ConnectorRouter judge(picture, kSpacing, kCorner);
+    ConnectorRouter judge(picture, kLeadRoom, kNoEdge);
     for (const StandingLine& line : picture.lines) {
       EXPECT_TRUE(judge.isSound(line)) << "line " << line.connector.id << " of seed " << seed;
       for (const auto& [end, box] : {std::pair(line.course.front(), line.connector.source.rect),
@@ -119,14 +119,14 @@ TEST(ConnectorRouting, leadsManyLinesAroundManyBoxes) {
 }
 
 TEST(ConnectorRouting, keepsOffWhatStands) {
-  Picture picture;
+  Surrounded picture;
   picture.boxes = {{0, 0, 100, 60}, {400, 0, 100, 60}};
   picture.lines = {{picture.connector(7, 0, 1), {{100, 30}, {400, 30}}}};
   const auto course = picture.route({picture.connector(0, 0, 1)}).front();
-  EXPECT_EQ(bends(course), 0);
+  EXPECT_EQ(bendsOf(course), 0);
   EXPECT_GE(std::abs(course.front().y - 30), 5) << "beside the line between the same boxes";
 
-  ConnectorRouter judge(picture, kSpacing, kCorner);
+  ConnectorRouter judge(picture, kLeadRoom, kNoEdge);
   const auto isSound = [&](std::vector<Point> points, EdgeKind kind = EdgeKind::association) {
     return judge.isSound({picture.connector(0, 0, 1, kind), std::move(points)});
   };
@@ -137,7 +137,7 @@ TEST(ConnectorRouting, keepsOffWhatStands) {
 }
 
 TEST(ConnectorRouting, joinsTheTrunkOfItsRelatives) {
-  Picture picture;
+  Surrounded picture;
   picture.boxes = {{200, 0, 100, 60}, {0, 300, 100, 60}, {200, 300, 100, 60}, {400, 300, 100, 60}};
   picture.lines = {{picture.connector(7, 1, 0, EdgeKind::generalization),
                     {{50, 300}, {50, 200}, {230, 200}, {230, 60}}}};
@@ -154,7 +154,7 @@ TEST(ConnectorRouting, joinsTheTrunkOfItsRelatives) {
 }
 
 TEST(ConnectorRouting, looksOnlyWhereTheLineRuns) {
-  Picture picture;
+  Surrounded picture;
   for (int i = 0; i < 40'000; ++i) {
     picture.boxes.push_back({i % 200 * 160.0, i / 200 * 160.0, 100, 60});
   }
@@ -186,22 +186,22 @@ TEST(ConnectorRouting, takesWhatNobodyDraws) {
   };
   for (const auto& [what, boxes, hasCourse] : cases) {
     SCOPED_TRACE(what);
-    Picture picture;
+    Surrounded picture;
     picture.boxes = boxes;
     const auto course = picture.route({picture.connector(0, 0, 1)}).front();
     EXPECT_EQ(course.size() >= 2, hasCourse);
     EXPECT_TRUE(test::isAxisParallel(course));
     for (const Point p : course) EXPECT_TRUE(std::isfinite(p.x) && std::isfinite(p.y));
   }
-  Picture one;
+  Surrounded one;
   one.boxes = {{0, 0, 100, 50}};
   EXPECT_TRUE(one.route({one.connector(0, 0, 0)}).front().empty()) << "a loop is not its affair";
 }
 
 TEST(ConnectorRouting, isCancelledBetweenLines) {
-  Picture picture;
+  Surrounded picture;
   picture.boxes = {{0, 0, 100, 50}, {300, 0, 100, 50}};
-  ConnectorRouter router(picture, kSpacing, kCorner);
+  ConnectorRouter router(picture, kLeadRoom, kNoEdge);
   EXPECT_THROW(
       static_cast<void>(router.route({picture.connector(0, 0, 1)}, [](double) { return false; })),
       Cancelled);

@@ -11,7 +11,7 @@ namespace brisel::layout {
 namespace {
 
 const Spacing kRoom{30, 50, 1.6};
-constexpr Point kCorner{-1000, -1000};
+constexpr Point kFarCorner{-1000, -1000};
 
 using Places = std::vector<std::optional<Point>>;
 
@@ -38,8 +38,8 @@ TEST(PlacedAmong, keepsWhatStandsAndCoversNothing) {
     Places standing(before.positions.begin(), before.positions.end());
     double joined = 0;
     for (std::size_t i = seed; i < standing.size(); i += 5) standing[i].reset();
-    const auto places = placedAmong(graph, standing, kRoom, kCorner);
-    EXPECT_EQ(places, placedAmong(graph, standing, kRoom, kCorner));
+    const auto places = placedAmong(graph, standing, kRoom, kFarCorner);
+    EXPECT_EQ(places, placedAmong(graph, standing, kRoom, kFarCorner));
     double length = 0;
     double whole = 0;
     for (std::size_t i = 0; i < places.size(); ++i) {
@@ -63,7 +63,7 @@ TEST(PlacedAmong, putsSubClassesBelowSuperClassesAboveAndOthersBeside) {
                     {{1, 0, EdgeKind::generalization},
                      {0, 2, EdgeKind::realization},
                      {3, 0, EdgeKind::association}}};
-  const auto places = placedAmong(graph, {Point{1000, 1000}, {}, {}, {}, {}}, kRoom, kCorner);
+  const auto places = placedAmong(graph, {Point{1000, 1000}, {}, {}, {}, {}}, kRoom, kFarCorner);
   EXPECT_EQ(places[1], (Point{1050, 1150}));
   EXPECT_EQ(places[2], (Point{1050, 900}));
   EXPECT_EQ(places[3], (Point{1230, 1025}));
@@ -75,18 +75,18 @@ TEST(PlacedAmong, takesWhatNobodyDraws) {
     SCOPED_TRACE(name);
     Places standing(graph.boxes.size());
     if (!standing.empty()) standing[0] = Point{-500, 300};
-    const auto places = placedAmong(graph, standing, kRoom, kCorner);
+    const auto places = placedAmong(graph, standing, kRoom, kFarCorner);
     for (const Point p : places) ASSERT_TRUE(std::isfinite(p.x) && std::isfinite(p.y));
     if (graph.boxes.size() < 400 && name != "odd sizes") {
       EXPECT_EQ(overlaps(graph, standing, places), 0);
     }
   }
-  EXPECT_THROW(static_cast<void>(placedAmong(test::isolated(2), {}, kRoom, kCorner)),
+  EXPECT_THROW(static_cast<void>(placedAmong(test::isolated(2), {}, kRoom, kFarCorner)),
                platform::Error);
 }
 
 Point shifted(const std::vector<Rect>& moving, const std::vector<Rect>& standing, double gap,
-              Point corner = kCorner) {
+              Point corner = kFarCorner) {
   Occupied occupied(40);
   for (const Rect& rect : standing) occupied.add(rect);
   return clearShift(moving, occupied, gap, corner);

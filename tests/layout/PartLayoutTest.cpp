@@ -7,7 +7,7 @@
 namespace brisel::layout {
 namespace {
 
-const Spacing kRoom{40, 60, 1.6};
+const Spacing kPartRoom{40, 60, 1.6};
 
 /// Boxes of 100 by 50 at places, without lines and with nothing around.
 Part partAt(const std::vector<Point>& places) {
@@ -15,19 +15,19 @@ Part partAt(const std::vector<Point>& places) {
   part.places = places;
   part.graph.boxes.assign(places.size(), Size{100, 50});
   part.neighbours.resize(places.size());
-  part.spacing = kRoom;
+  part.spacing = kPartRoom;
   return part;
 }
 
-const DrawGroup kLayered = [](const Graph& graph) { return layered(graph, kRoom); };
-const DrawGroup kSpring = [](const Graph& graph) { return spring(graph, kRoom); };
+const DrawGroup kDrawLayered = [](const Graph& graph) { return layered(graph, kPartRoom); };
+const DrawGroup kDrawSpring = [](const Graph& graph) { return spring(graph, kPartRoom); };
 
 TEST(PartLayout, leavesWhatStandsWellAndMovesTheRest) {
   Part part = partAt({{500, 500}, {1000, 20}, {2000, 500}});
   part.standing = {{520, 520, 60, 20}};
   part.neighbours[1] = {{{900, 100, 100, 50}, EdgeKind::generalization, true}};
   part.neighbours[2] = {{{900, 100, 100, 50}, EdgeKind::generalization, true}};
-  const auto places = drawnInGroups(part, Turning::keepsOrder, kLayered).positions;
+  const auto places = drawnInGroups(part, Turning::keepsOrder, kDrawLayered).positions;
   EXPECT_FALSE((Rect{places[0].x, places[0].y, 100, 50}).intersects(part.standing[0]));
   EXPECT_LT(std::hypot(places[0].x - 500, places[0].y - 500), 120) << "just clear";
   EXPECT_EQ(places[1], (Point{900, 210})) << "below its super class";
@@ -40,7 +40,7 @@ TEST(PartLayout, drawsEachGroupAroundItsOwnMiddle) {
     part.graph.edges = {{0, 1, EdgeKind::generalization},
                         {2, 4, EdgeKind::association},
                         {3, 4, EdgeKind::association}};
-    const DrawGroup& draw = turning == Turning::mirrors ? kSpring : kLayered;
+    const DrawGroup& draw = turning == Turning::mirrors ? kDrawSpring : kDrawLayered;
     const Drawing drawing = drawnInGroups(part, turning, draw);
     for (std::size_t i = 0; i < part.places.size(); ++i) {
       const Point way = drawing.positions[i] - part.places[i];
@@ -59,7 +59,7 @@ TEST(PartLayout, putsNothingLeftOfOrAboveTheCorner) {
   part.standing = {{300, 450, 1000, 1000}};
   part.graph.edges = {{1, 0, EdgeKind::generalization}, {2, 1, EdgeKind::generalization}};
   for (const Drawing& drawing :
-       {drawnInGroups(part, Turning::keepsOrder, kLayered), drawnInRows(part)}) {
+       {drawnInGroups(part, Turning::keepsOrder, kDrawLayered), drawnInRows(part)}) {
     for (std::size_t i = 0; i < part.places.size(); ++i) {
       const Point at = drawing.positions[i];
       EXPECT_TRUE(at.x >= 300 && at.y >= 300) << at.x << " " << at.y;
