@@ -8,8 +8,10 @@
 
 #include "canvas/LinkBends.h"
 #include "canvas/Memory.h"
+#include "canvas/Rerouting.h"
 #include "canvas/Scene.h"
 #include "layout/FreePlaces.h"
+#include "layout/PartLayout.h"
 #include "platform/Error.h"
 
 namespace brisel::canvas {
@@ -25,15 +27,9 @@ namespace {
 
 /// Between the corner of the canvas and a diagram that was laid out.
 constexpr Point kCorner{300, 300};
-
-layout::EdgeKind kindOf(const Link& link) {
-  if (link.endArrow() == static_cast<int>(Arrow::triangle)) {
-    return link.dashed() ? layout::EdgeKind::realization : layout::EdgeKind::generalization;
-  }
-  const bool diamond = link.beginArrow() == static_cast<int>(Arrow::diamond) ||
-                       link.beginArrow() == static_cast<int>(Arrow::filledDiamond);
-  return diamond ? layout::EdgeKind::aggregation : layout::EdgeKind::association;
-}
+/// How much of the time of a layout of some boxes goes into the drawing of boxes, the rest into
+/// lines.
+constexpr double kDrawingShare = 0.5;
 
 /// Some boxes of a scene, and the lines between them, as the layout knows them.
 struct Model {
@@ -157,6 +153,20 @@ void checkUnchanged(const Scene& scene, std::uint64_t revision) {
   if (scene.geometryRevision() != revision) throw layout::Cancelled();
 }
 
+/// Gives the keys of the boxes that moved.
+std::vector<std::string> applyPlaces(Scene& scene, const std::vector<Ref<Node>>& nodes,
+                                     const Rerouting::Places& places, const Rerouting& lines) {
+  const Scene::Update update(&scene);
+  std::vector<std::string> moved;
+  for (const auto& node : nodes) {
+    const auto place = places.find(node.get());
+    if (place == places.end()) continue;
+    if (moveTo(*node, place->second.topLeft())) moved.push_back(node->key());
+  }
+  lines.apply();
+  return moved;
+}
+
 }  // namespace
 
 std::vector<std::string> arrange(Scene& scene, std::string_view code, std::uint64_t seed,
@@ -170,50 +180,86 @@ std::vector<std::string> arrange(Scene& scene, std::string_view code, std::uint6
   return apply(model, drawing, shiftOf(drawing), code == "%HIERARCHY%");
 }
 
+namespace {
+
+/// The diagram's own corner: where diagrams begin, or where this one does.
+Point cornerOf(const std::vector<Rect>& boxes) {
+  Point corner = kCorner;
+  for (const Rect& box : boxes) {
+    corner = {std::min(corner.x, box.left), std::min(corner.y, box.top)};
+  }
+  return corner;
+}
+
+/// Lines may use a part of the margin between the corner and the canvas's border.
+Point lineCornerOf(Point corner) { return corner - kCorner * 0.75; }
+
+layout::Drawing drawPart(const layout::Part& part, std::string_view code, std::uint64_t seed,
+                         const layout::GoOn& goOn) {
+  // Groups are drawn one after another, each of them from its own beginning to its end.
+  double share = 0;
+  const layout::GoOn onward = [&](double ofGroup) {
+    share = std::max(share, kDrawingShare * ofGroup);
+    return !goOn || goOn(share);
+  };
+  const layout::DrawGroup drawGroup = [&](const layout::Graph& graph) {
+    return draw(graph, part.spacing, code, seed, onward);
+  };
+  if (code == "MATRIX") return layout::drawnInRows(part);
+  if (code == "RANDOM") return layout::drawnAsOne(part, drawGroup);
+  return layout::drawnInGroups(
+      part, code == "SPRING" ? layout::Turning::mirrors : layout::Turning::keepsOrder, drawGroup);
+}
+
+layout::Part partOf(const Scene& scene, const Model& model) {
+  layout::Part part;
+  part.graph = model.graph;
+  part.spacing = spacingFor(scene, model.links);
+  for (const auto& node : model.nodes) {
+    part.places.push_back(node->bounds().topLeft());
+    part.neighbours.emplace_back();
+    for (const Node::Attached& end : node->attached()) {
+      const Node& other = end.atSource ? end.link->targetNode() : end.link->sourceNode();
+      if (other.isSelected()) continue;
+      part.neighbours.back().push_back({other.bounds(), kindOf(*end.link), end.atSource});
+    }
+  }
+  std::vector<Rect> all;
+  for (const Node& node : scene.nodes()) {
+    all.push_back(node.bounds());
+    if (!node.isSelected()) part.standing.push_back(all.back());
+  }
+  part.corner = cornerOf(all);
+  return part;
+}
+
+}  // namespace
+
 std::vector<std::string> arrangeSelected(Scene& scene, std::string_view code, std::uint64_t seed,
                                          const layout::GoOn& goOn) {
   const std::uint64_t revision = scene.geometryRevision();
-  auto nodes = scene.selection().nodes();
-  // What stands further left comes first: where a layout has the choice it keeps that order.
-  std::stable_sort(nodes.begin(), nodes.end(), [](const auto& a, const auto& b) {
-    return a->bounds().center().x < b->bounds().center().x;
-  });
-  const Model model(std::move(nodes));
-  const layout::Spacing spacing = spacingFor(scene, model.links);
-  const layout::Drawing drawing = draw(model.graph, spacing, code, seed, goOn);
+  const Model model(scene.selection().nodes());
+  const layout::Part part = partOf(scene, model);
+  const layout::Drawing drawing = drawPart(part, code, seed, goOn);
   checkUnchanged(scene, revision);
-
-  Rect before;
-  Rect drawn;
-  std::vector<Rect> moving;
+  Rerouting::Places places;
   for (std::size_t i = 0; i < model.nodes.size(); ++i) {
+    const Point at = withinReach(wholeTwips(drawing.positions[i]));
     const Rect box = model.nodes[i]->bounds();
-    const Point at = drawing.positions[i];
-    moving.push_back({at.x, at.y, box.width, box.height});
-    before = before.united(box);
-    drawn = drawn.united(moving.back());
+    places.emplace(model.nodes[i].get(), Rect{at.x, at.y, box.width, box.height});
   }
-  const Point shift = wholeTwips(before.center() - drawn.center());
-  for (Rect& rect : moving) rect = rect.movedBy(shift);
-  std::vector<Rect> standing;
-  for (const Node& node : scene.nodes()) {
-    if (!node.isSelected()) standing.push_back(node.bounds());
-  }
-  const Point clear = layout::clearShift(moving, standing, spacing.node / 2);
-  const Scene::Update update(&scene);
-  auto moved = apply(model, drawing, shift + clear, code == "%HIERARCHY%");
-  for (const auto& node : model.nodes) {
-    for (const Node::Attached& end : node->attached()) {
-      Link& link = *end.link;
-      const Node& other = end.atSource ? link.targetNode() : link.sourceNode();
-      if (other.isSelected() || link.bends().empty()) continue;
-      auto bends =
-          rightAngled(link.sourceNode().bounds(), link.targetNode().bounds(), link.rankOfAll());
-      for (Point& bend : bends) bend = wholeTwips(bend);
-      link.bends(std::move(bends));
+  Rerouting lines(scene, places, lineCornerOf(part.corner), Rerouting::Bends::own);
+  if (code == "%HIERARCHY%") {
+    for (std::size_t i = 0; i < model.links.size(); ++i) {
+      if (!model.links[i]->isLoop()) lines.propose(*model.links[i], drawing.lines[i]);
     }
   }
-  return moved;
+  lines.plan([&](double share) {
+    const bool onward = !goOn || goOn(kDrawingShare + (1 - kDrawingShare) * share);
+    checkUnchanged(scene, revision);
+    return onward;
+  });
+  return applyPlaces(scene, model.nodes, places, lines);
 }
 
 void placeAmong(Scene& scene, const std::vector<std::string>& keys) {
@@ -221,16 +267,26 @@ void placeAmong(Scene& scene, const std::vector<std::string>& keys) {
   for (const std::string& key : keys) loose.insert(scene.node(key));
   const Model model(allOf(scene));
   std::vector<std::optional<Point>> standing;
+  std::vector<Rect> rects;
   for (const auto& node : model.nodes) {
     standing.emplace_back();
-    if (!loose.contains(node.get())) standing.back() = node->bounds().topLeft();
+    if (loose.contains(node.get())) continue;
+    rects.push_back(node->bounds());
+    standing.back() = rects.back().topLeft();
   }
-  const auto places =
-      layout::placedAmong(model.graph, standing, spacingFor(scene, model.links));
-  const Scene::Update update(&scene);
-  for (std::size_t i = 0; i < places.size(); ++i) {
-    if (!standing[i]) moveTo(*model.nodes[i], places[i]);
+  const Point corner = cornerOf(rects);
+  const auto placed =
+      layout::placedAmong(model.graph, standing, spacingFor(scene, model.links), corner);
+  Rerouting::Places places;
+  for (std::size_t i = 0; i < placed.size(); ++i) {
+    if (standing[i]) continue;
+    const Point at = withinReach(wholeTwips(placed[i]));
+    const Rect box = model.nodes[i]->bounds();
+    places.emplace(model.nodes[i].get(), Rect{at.x, at.y, box.width, box.height});
   }
+  Rerouting lines(scene, places, lineCornerOf(corner), Rerouting::Bends::stored);
+  lines.plan();
+  applyPlaces(scene, model.nodes, places, lines);
 }
 
 bool isAlignment(std::string_view code) {

@@ -250,7 +250,8 @@ class CLSEditor : public platform::Object {
   void drawClasses();
   void drawRelationships(const repository::RelationshipType& drawnType);
   void drawRelationship(platform::Node& relationship, const repository::RelationshipType& type);
-  void restoreAreas();
+  /// Gives the keys of the boxes that have one.
+  std::set<std::string> restoreAreas();
   [[nodiscard]] bool isStacked() const;
   void placeBoxesWithoutArea(const std::set<std::string>& placed);
   void restorePoints();

@@ -88,8 +88,9 @@ void CLSEditor::drawModel() {
   const CanvasUpdate update(*m_diagram);
   drawClasses();
   for (const RelationshipType& type : kRelationshipTypes) drawRelationships(type);
-  restoreAreas();
+  const std::set<std::string> placed = restoreAreas();
   restorePoints();
+  placeBoxesWithoutArea(placed);
 }
 
 // The host is told of each box and line, and may delete others meanwhile: both walks are over a
@@ -124,7 +125,7 @@ void CLSEditor::drawRelationship(platform::Node& relationship, const Relationshi
   m_diagram->createLink(relationship.identifier(), relationship.name(), sourceKey, targetKey);
 }
 
-void CLSEditor::restoreAreas() {
+std::set<std::string> CLSEditor::restoreAreas() {
   std::set<std::string> placed;
   for (auto& area : each<platform::Node>(model().MetaNodes(types::kGeomArea)->extension())) {
     std::string key = area.GetProperty("NodeId").text();
@@ -134,11 +135,12 @@ void CLSEditor::restoreAreas() {
                  area.GetProperty("Width").number(), area.GetProperty("height").number()});
     placed.insert(std::move(key));
   }
-  placeBoxesWithoutArea(placed);
+  return placed;
 }
 
 /// Boxes that have no place yet (their category was hidden so far, or they were made behind the
-/// editor's back) come beside what they are joined to, not on top of each other.
+/// editor's back) come beside what they are joined to, not on top of each other, and their lines
+/// are led around what stands.
 void CLSEditor::placeBoxesWithoutArea(const std::set<std::string>& placed) {
   if (placed.empty()) return;
   std::vector<std::string> rest;

@@ -22,9 +22,10 @@ double meanSide(const std::vector<Rect>& rects) {
 class Placer {
  public:
   Placer(const Graph& graph, const std::vector<std::optional<Point>>& places,
-         const Spacing& spacing)
+         const Spacing& spacing, Point corner)
       : m_graph(graph),
         m_spacing(spacing),
+        m_corner(corner),
         m_places(places),
         m_occupied(2 * meanOf(graph)),
         m_edges(makeAdjacency(count(graph.boxes),
@@ -81,35 +82,14 @@ class Placer {
 
   /// Where the corner would be best, seen from the neighbours that have a place.
   [[nodiscard]] std::vector<Point> wishes(int box) const {
-    const Size size = m_graph.boxes[box];
-    Point family;
-    Point middle;
-    double relatives = 0;
-    double friends = 0;
-    Rect last;
+    std::vector<Neighbour> neighbours;
     for (const int i : m_edges.of(box)) {
       const int other = otherEnd(i, box);
+      const Edge& edge = m_graph.edges[i];
       if (!m_places[other]) continue;
-      last = rectOf(other);
-      middle = middle + last.center();
-      ++friends;
-      if (m_graph.edges[i].kind < EdgeKind::generalization) continue;
-      const bool isSub = static_cast<int>(m_graph.edges[i].source) == box;
-      family = family + Point{last.center().x - size.width / 2,
-                              isSub ? last.bottom() + m_spacing.layer
-                                    : last.top - m_spacing.layer - size.height};
-      ++relatives;
+      neighbours.push_back({rectOf(other), edge.kind, static_cast<int>(edge.source) == box});
     }
-    if (relatives > 0) return {family * (1 / relatives)};
-    if (friends > 1) {
-      middle = middle * (1 / friends);
-      return {{middle.x - size.width / 2, middle.y - size.height / 2}};
-    }
-    const Point centred = last.center() - Point{size.width / 2, size.height / 2};
-    return {{last.right() + m_spacing.node, centred.y},
-            {centred.x, last.bottom() + m_spacing.layer},
-            {last.left - m_spacing.node - size.width, centred.y},
-            {centred.x, last.top - m_spacing.layer - size.height}};
+    return wishedPlaces(m_graph.boxes[box], neighbours, m_spacing);
   }
 
   /// Nothing when it would take too long to find one: then the box goes below everything.
@@ -119,7 +99,7 @@ class Placer {
     double least = INFINITY;
     for (const Point wish : wishes(box)) {
       const auto shift = m_occupied.nearestFree({{wish.x, wish.y, size.width, size.height}},
-                                                m_spacing.node / 2, m_budget);
+                                                m_spacing.node / 2, m_budget, m_corner);
       if (!shift || std::hypot(shift->x, shift->y) >= least) continue;
       least = std::hypot(shift->x, shift->y);
       best = wish + *shift;
@@ -145,14 +125,17 @@ class Placer {
                              static_cast<std::size_t>(numberOf[edge.target]), edge.kind});
     }
     const Drawing drawing = layered(graph, m_spacing);
-    const Point corner = m_occupied.empty() ? Point{}
-                                            : Point{m_occupied.extent().left,
-                                                    m_occupied.extent().bottom() + m_spacing.layer};
+    Point corner = m_corner;
+    if (!m_occupied.empty()) {
+      const Rect all = m_occupied.extent();
+      corner = {std::max(corner.x, all.left), std::max(corner.y, all.bottom() + m_spacing.layer)};
+    }
     for (int i = 0; i < count(rest); ++i) m_places[rest[i]] = drawing.positions[i] + corner;
   }
 
   const Graph& m_graph;
   const Spacing& m_spacing;
+  Point m_corner;
   std::vector<std::optional<Point>> m_places;
   Occupied m_occupied;
   Adjacency m_edges;
@@ -163,25 +146,50 @@ class Placer {
 
 }  // namespace
 
-Point clearShift(const std::vector<Rect>& moving, const std::vector<Rect>& standing, double gap) {
+Point clearShift(const std::vector<Rect>& moving, const Occupied& standing, double gap,
+                 Point corner) {
   if (moving.empty()) return {};
-  Occupied occupied(2 * meanSide(standing));
-  for (const Rect& rect : standing) occupied.add(rect);
   std::int64_t budget = 300'000;
-  if (const auto shift = occupied.nearestFree(moving, gap, budget)) return *shift;
+  if (const auto shift = standing.nearestFree(moving, gap, budget, corner)) return *shift;
   Rect block = moving.front();
   for (const Rect& rect : moving) block = Occupied::around(block, rect);
-  return {std::ceil(occupied.extent().right() + gap - block.left), 0};
+  const double right = std::max(corner.x, standing.extent().right() + gap);
+  return {std::ceil(right - block.left), std::ceil(std::max(0.0, corner.y - block.top))};
+}
+
+std::vector<Point> wishedPlaces(Size size, const std::vector<Neighbour>& neighbours,
+                                const Spacing& spacing) {
+  Point family;
+  Point middle;
+  double relatives = 0;
+  for (const Neighbour& neighbour : neighbours) {
+    const Rect& rect = neighbour.rect;
+    middle = middle + rect.center();
+    if (neighbour.kind < EdgeKind::generalization) continue;
+    family = family + Point{rect.center().x - size.width / 2,
+                            neighbour.isSuper ? rect.bottom() + spacing.layer
+                                              : rect.top - spacing.layer - size.height};
+    ++relatives;
+  }
+  if (relatives > 0) return {family * (1 / relatives)};
+  middle = middle * (1 / static_cast<double>(neighbours.size()));
+  const Point centred = middle - Point{size.width / 2, size.height / 2};
+  if (neighbours.size() > 1) return {centred};
+  const Rect& only = neighbours.front().rect;
+  return {{only.right() + spacing.node, centred.y},
+          {centred.x, only.bottom() + spacing.layer},
+          {only.left - spacing.node - size.width, centred.y},
+          {centred.x, only.top - spacing.layer - size.height}};
 }
 
 std::vector<Point> placedAmong(const Graph& graph,
                                const std::vector<std::optional<Point>>& standing,
-                               const Spacing& spacing) {
+                               const Spacing& spacing, Point corner) {
   const Graph input = checked(graph);
   if (standing.size() != graph.boxes.size()) {
     throw platform::Error(platform::ErrorNumber::invalidCall, "Each box needs its place or none.");
   }
-  return Placer(input, standing, checked(spacing)).run();
+  return Placer(input, standing, checked(spacing), corner).run();
 }
 
 }  // namespace brisel::layout

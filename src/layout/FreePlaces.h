@@ -8,19 +8,34 @@
 /// Placing among boxes that stand: pure functions that leave these where they are.
 namespace brisel::layout {
 
+class Occupied;
+
 /// A short shift that brings rectangles, which keep their places to each other, at least "gap"
-/// clear of all that stand; none when they are clear already. Looks from side to side of what is in
-/// the way, the nearest first; after a bounded search it goes right of everything.
-[[nodiscard]] Point clearShift(const std::vector<Rect>& moving, const std::vector<Rect>& standing,
-                               double gap);
+/// clear of all that stand, and none left of or above the corner; none when they are so already.
+/// Looks from side to side of what is in the way, the nearest first; after a bounded search it goes
+/// right of everything.
+[[nodiscard]] Point clearShift(const std::vector<Rect>& moving, const Occupied& standing, double gap,
+                               Point corner);
+
+/// A box that has its place, and how another one is joined to it.
+struct Neighbour {
+  Rect rect;
+  EdgeKind kind = EdgeKind::association;
+  bool isSuper = false;  ///< it is the target of the edge
+};
+/// Where the corner of a box would be best, the best place first: below its super classes and above
+/// its sub classes, else amid its neighbours, or beside the only one. Pre: there are some.
+[[nodiscard]] std::vector<Point> wishedPlaces(Size size, const std::vector<Neighbour>& neighbours,
+                                              const Spacing& spacing);
 
 /// The upper left corners of all boxes. `standing` gives those that stay; the others are placed one
 /// by one, those with the most neighbours that have a place first: below their super classes, above
 /// their sub classes, else beside what they are joined to, as near as there is room. Those that are
 /// joined to nothing that stands are laid out by themselves below everything. No box that is placed
-/// overlaps another. An Error as for `layered`, and (invalidCall) for another number of places.
+/// overlaps another, or lies left of or above the corner. An Error as for `layered`, and
+/// (invalidCall) for another number of places.
 [[nodiscard]] std::vector<Point> placedAmong(const Graph& graph,
                                              const std::vector<std::optional<Point>>& standing,
-                                             const Spacing& spacing);
+                                             const Spacing& spacing, Point corner);
 
 }  // namespace brisel::layout

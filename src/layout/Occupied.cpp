@@ -68,7 +68,7 @@ const Rect* Occupied::anyIn(const Rect& area) const {
 }
 
 std::optional<Point> Occupied::nearestFree(const std::vector<Rect>& moving, double gap,
-                                           std::int64_t& budget) const {
+                                           std::int64_t& budget, Point corner) const {
   struct Try {
     double distance;
     std::size_t number;  ///< earlier ones come first
@@ -80,14 +80,19 @@ std::optional<Point> Occupied::nearestFree(const std::vector<Rect>& moving, doub
   std::priority_queue<Try, std::vector<Try>, std::greater<>> tries;
   std::set<std::pair<double, double>> tried;
   std::size_t number = 0;
+  Point least = kNoCorner;
+  for (const Rect& rect : moving) {
+    least = {std::max(least.x, std::ceil(corner.x - rect.left)),
+             std::max(least.y, std::ceil(corner.y - rect.top))};
+  }
   const auto add = [&](Point shift) {
-    shift = {std::round(shift.x), std::round(shift.y)};
+    shift = {std::max(std::round(shift.x), least.x), std::max(std::round(shift.y), least.y)};
     if (!tried.emplace(shift.x, shift.y).second) return;
     tries.push({std::hypot(shift.x, shift.y), number++, shift});
   };
   // Shifts are whole, so the room beside what is in the way is a little more than the gap.
   const auto blocker = [&](const Rect& rect) { return anyIn(rect.grownBy(gap)); };
-  tries.push({0, number++, {}});
+  add({});
   while (budget > 0 && !tries.empty()) {
     const Point shift = tries.top().shift;
     tries.pop();

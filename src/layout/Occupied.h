@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <limits>
 #include <optional>
 #include <unordered_map>
 #include <utility>
@@ -16,17 +17,20 @@ namespace brisel::layout {
 /// touch; those that are large for the cells are looked through one by one.
 class Occupied {
  public:
+  static constexpr platform::Point kNoCorner{-std::numeric_limits<double>::infinity(),
+                                             -std::numeric_limits<double>::infinity()};
   /// "side" is that of a cell: about twice what the rectangles measure.
   explicit Occupied(double side);
 
   void add(const platform::Rect& rect);
   /// One that shares more than an edge with the area; nothing when it is free.
   [[nodiscard]] const platform::Rect* anyIn(const platform::Rect& area) const;
-  /// The shift by whole numbers to the nearest place where all of "moving" are "gap" clear; found
-  /// from side to side of what is in the way. Nothing when the budget of comparisons, from which
-  /// they are paid, ends before.
+  /// The shift by whole numbers to the nearest place where all of "moving" are "gap" clear, and not
+  /// left of or above the corner; found from side to side of what is in the way. Nothing when the
+  /// budget of comparisons, from which they are paid, ends before.
   [[nodiscard]] std::optional<platform::Point> nearestFree(
-      const std::vector<platform::Rect>& moving, double gap, std::int64_t& budget) const;
+      const std::vector<platform::Rect>& moving, double gap, std::int64_t& budget,
+      platform::Point corner = kNoCorner) const;
 
   [[nodiscard]] bool empty() const { return m_count == 0; }
   /// Around all of them, those without area included.

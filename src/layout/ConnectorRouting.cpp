@@ -1,0 +1,212 @@
+#include "layout/ConnectorRouting.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numeric>
+#include <utility>
+
+#include "layout/ConnectorNudging.h"
+#include "layout/ConnectorSearch.h"
+#include "layout/LayerGraph.h"
+#include "layout/Progress.h"
+#include "layout/RoutingField.h"
+#include "layout/Segments.h"
+#include "layout/StraightLines.h"
+
+namespace brisel::layout {
+namespace {
+
+/// What reaches further than so many tiles is neither looked through nor searched.
+constexpr double kFarthestLed = 4000;
+
+/// Between the sides that face each other, with two bends or none.
+std::vector<Point> plainCourse(const Rect& source, const Rect& target, double corner) {
+  const double apartX = std::max(target.left - source.right(), source.left - target.right());
+  const double apartY = std::max(target.top - source.bottom(), source.top - target.bottom());
+  const Way way = apartX > apartY ? Way::level : Way::upright;
+  const Range a = alongOf(source, way);
+  const Range b = alongOf(target, way);
+  const double from = a.high <= b.low ? a.high : a.low;
+  const double to = a.high <= b.low ? b.low : b.high;
+  const Range one = portRange(acrossOf(source, way), corner);
+  const Range other = portRange(acrossOf(target, way), corner);
+  if (one.overlaps(other)) {
+    const double level = (std::max(one.low, other.low) + std::min(one.high, other.high)) / 2;
+    return {pointAt(from, level, way), pointAt(to, level, way)};
+  }
+  const double middle = (from + to) / 2;
+  const double start = (one.low + one.high) / 2;
+  const double end = (other.low + other.high) / 2;
+  return {pointAt(from, start, way), pointAt(middle, start, way), pointAt(middle, end, way),
+          pointAt(to, end, way)};
+}
+
+double manhattan(const Connector& c) {
+  const Point way = c.target.rect.center() - c.source.rect.center();
+  return std::abs(way.x) + std::abs(way.y);
+}
+
+}  // namespace
+
+class ConnectorRouter::Job {
+ public:
+  Job(const Surroundings& surroundings, const Spacing& spacing, Point corner)
+      : m_measures(spacing.node),
+        m_field(surroundings, m_measures),
+        m_corner(corner),
+        m_search(m_field, m_measures, corner),
+        m_nudging(m_field, m_measures, corner) {}
+
+  void stand(const StandingBox& box) { m_field.addBox(box); }
+  void stand(const StandingLine& line) { m_field.addLine(line); }
+
+  bool isSound(const StandingLine& line) {
+    for (std::size_t i = 1; i < line.course.size(); ++i) {
+      if (!isSound(line.connector, line.course[i - 1], line.course[i])) return false;
+    }
+    return line.course.size() > 1;
+  }
+
+  std::vector<std::vector<Point>> route(const std::vector<Connector>& connectors,
+                                        const GoOn& goOn) {
+    Progress progress(goOn, 2 * static_cast<double>(connectors.size()));
+    std::vector<int> order(connectors.size());
+    std::iota(order.begin(), order.end(), 0);
+    std::stable_sort(order.begin(), order.end(), [&](int a, int b) {
+      return manhattan(connectors[a]) < manhattan(connectors[b]);
+    });
+    std::vector<std::vector<Point>> courses(connectors.size());
+    std::vector<int> numbers(connectors.size(), -1);
+    m_search.expect(connectors.size());
+    // Those that were led first know nothing of the later ones: what these disturb is led again.
+    for (int round = 0; round < 2; ++round) {
+      for (const int i : order) {
+        progress.step();
+        progress.done(1);
+        if (round > 0 && !isDisturbed(numbers[i])) continue;
+        if (numbers[i] >= 0) m_field.removeLine(numbers[i]);
+        courses[i] = lead(connectors[i]);
+        numbers[i] = m_field.addLine({connectors[i], courses[i]});
+      }
+    }
+    return courses;
+  }
+
+ private:
+  bool isSound(const Connector& connector, Point a, Point b) {
+    constexpr double kStraight = 1;
+    const bool isLevel = std::abs(a.y - b.y) < kStraight;
+    if (!isLevel && std::abs(a.x - b.x) >= kStraight) return false;
+    const Way way = isLevel ? Way::level : Way::upright;
+    const Range span = between(along(a, way), along(b, way));
+    if (!(span.high - span.low < kFarthestLed * m_measures.tile)) return false;
+    bool isSound = true;
+    const double level = across(a, way);
+    m_field.eachBox(rectOf(span, {level, level}, way), [&](const StandingBox& box) {
+      if (crosses(a, b, box.rect.grownBy(-kStraight))) isSound = false;
+    });
+    const double apart = m_measures.track / 8;
+    m_field.eachPiece(rectOf(span, Range{level, level}.grownBy(apart), way), way,
+                      [&](const RoutingField::Piece& piece) {
+                        if (!piece.span.overlaps(span.grownBy(-kStraight))) return;
+                        const Connector& other = m_field.line(piece.line).connector;
+                        if (other.id == connector.id || areRelated(other, connector)) return;
+                        isSound = false;
+                      });
+    return isSound;
+  }
+
+  [[nodiscard]] bool isFar(const Connector& connector) const {
+    const Rect all = connector.source.rect.united(connector.target.rect);
+    return !(all.width + all.height < kFarthestLed * m_measures.tile);
+  }
+
+  /// Whether a line that came later crosses the line, or runs beside it too near.
+  bool isDisturbed(int number) {
+    if (isFar(m_field.line(number).connector)) return false;
+    const auto& course = m_field.line(number).course;
+    bool isDisturbed = false;
+    for (std::size_t i = 1; i < course.size() && !isDisturbed; ++i) {
+      const Point a = course[i - 1];
+      const Point b = course[i];
+      const Way way = std::abs(a.y - b.y) < 1 ? Way::level : Way::upright;
+      const Range span = between(along(a, way), along(b, way));
+      const Range side = between(across(a, way), across(b, way));
+      const auto take = [&](const RoutingField::Piece& piece) {
+        isDisturbed |= piece.line > number && !areRelated(m_field.line(piece.line).connector,
+                                                          m_field.line(number).connector);
+      };
+      m_field.eachPiece(rectOf(span, side, way), crossWay(way), take);
+      m_field.eachPiece(rectOf(span, side.grownBy(m_measures.track / 2), way), way, take);
+    }
+    return isDisturbed;
+  }
+
+  std::vector<Point> lead(const Connector& connector) {
+    const Rect& source = connector.source.rect;
+    const Rect& target = connector.target.rect;
+    if (connector.source.id == connector.target.id || source.intersects(target)) return {};
+    if (isFar(connector)) {
+      return plainCourse(source, target, m_measures.corner);
+    }
+    const Trunk trunk = trunkOf(connector);
+    auto course = m_search.find(connector, trunk);
+    if (!course) return plainCourse(source, target, m_measures.corner);
+    m_nudging.shift(connector, trunk, *course);
+    return *course;
+  }
+
+  /// The relatives that stand at the target meet it at one point, or at the first of several.
+  Trunk trunkOf(const Connector& connector) {
+    Trunk trunk;
+    if (connector.kind < EdgeKind::generalization) return trunk;
+    std::vector<int> relatives;
+    for (const Way way : {Way::upright, Way::level}) {
+      m_field.eachPiece(connector.target.rect, way, [&](const RoutingField::Piece& piece) {
+        if (areRelated(m_field.line(piece.line).connector, connector)) {
+          relatives.push_back(piece.line);
+        }
+      });
+    }
+    std::sort(relatives.begin(), relatives.end());
+    relatives.erase(std::unique(relatives.begin(), relatives.end()), relatives.end());
+    for (const int relative : relatives) {
+      const auto& course = m_field.line(relative).course;
+      if (course.size() < 2) continue;
+      if (!trunk.port) trunk.port = course.back();
+      const Point apart = *trunk.port - course.back();
+      if (std::abs(apart.x) + std::abs(apart.y) > 1) continue;
+      for (std::size_t i = std::max<std::size_t>(1, course.size() - 2); i < course.size(); ++i) {
+        const bool isLevel = std::abs(course[i].y - course[i - 1].y) < 1;
+        if (!isLevel && std::abs(course[i].x - course[i - 1].x) >= 1) continue;
+        const Way way = isLevel ? Way::level : Way::upright;
+        trunk.pieces.push_back({way, across(course[i], way),
+                                between(along(course[i - 1], way), along(course[i], way))});
+      }
+    }
+    return trunk;
+  }
+
+  RoutingMeasures m_measures;
+  RoutingField m_field;
+  Point m_corner;
+  ConnectorSearch m_search;
+  ConnectorNudging m_nudging;
+};
+
+ConnectorRouter::ConnectorRouter(const Surroundings& surroundings, const Spacing& spacing,
+                                 Point corner)
+    : m_job(std::make_unique<Job>(surroundings, checked(spacing), corner)) {}
+
+ConnectorRouter::~ConnectorRouter() = default;
+
+void ConnectorRouter::stand(const StandingBox& box) { m_job->stand(box); }
+void ConnectorRouter::stand(const StandingLine& line) { m_job->stand(line); }
+bool ConnectorRouter::isSound(const StandingLine& line) { return m_job->isSound(line); }
+
+std::vector<std::vector<Point>> ConnectorRouter::route(const std::vector<Connector>& connectors,
+                                                       const GoOn& goOn) {
+  return m_job->route(connectors, goOn);
+}
+
+}  // namespace brisel::layout
