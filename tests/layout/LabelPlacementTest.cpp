@@ -13,7 +13,7 @@ using platform::Point;
 using platform::Rect;
 
 /// A level line with three places for a text: on it, above it, and far above it.
-struct Places {
+struct LabelPlaces {
   const std::vector<Point> course{{0, 0}, {4000, 0}};
   const Rect on{1500, -120, 1000, 240};
   const Rect above{1500, -400, 1000, 240};
@@ -56,7 +56,7 @@ struct Places {
 };
 
 TEST(LabelPlacement, makesWayForSolidsFurtherThanForLines) {
-  Places places;
+  LabelPlaces places;
   EXPECT_EQ(places.best(), places.on);
   EXPECT_EQ(places.examined, std::vector{places.on.grownBy(LabelGaps{}.clear)});
 
@@ -76,7 +76,7 @@ TEST(LabelPlacement, makesWayForSolidsFurtherThanForLines) {
 }
 
 TEST(LabelPlacement, isStruckAcrossRatherThanAlongTheWords) {
-  Places places;
+  LabelPlaces places;
   places.strikeAlong(places.on);
   places.strikeAcross(places.above, 2);
   EXPECT_EQ(places.best(), places.above);
