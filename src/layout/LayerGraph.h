@@ -22,13 +22,12 @@ struct Arc {
   bool inheritance = false;  ///< from is the super class
   bool reversed = false;     ///< turned round by the cycle removal
   EdgeKind kind = EdgeKind::association;
-  bool alone = false;        ///< shares no trunk
 };
 
 /// Which of the trunks of its upper box a line belongs to: 0 that of generalizations, 1 that of
 /// realizations; -1: it leaves alone.
 [[nodiscard]] inline int trunkOf(const Arc& arc) {
-  if (!arc.inheritance || arc.reversed || arc.alone) return -1;
+  if (!arc.inheritance || arc.reversed) return -1;
   return arc.kind == EdgeKind::realization ? 1 : 0;
 }
 

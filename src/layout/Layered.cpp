@@ -21,7 +21,8 @@ double loopRoom(const Spacing& spacing) { return spacing.node / 3; }
 Size takeOver(const Graph& input, Sketch sketch, Drawing& drawing) {
   const Component& component = sketch.component;
   for (int n = 0; n < component.nodes(); ++n) {
-    const double left = sketch.x[n] - component.width[n] / 2;
+    // Rounding may put huge ones a little to the left of 0.
+    const double left = std::max(0.0, sketch.x[n] - component.width[n] / 2);
     drawing.positions[component.boxes[n]] = {left, sketch.routing.rowTop[sketch.graph.layer[n]]};
   }
   for (int i = 0; i < count(component.arcs); ++i) {

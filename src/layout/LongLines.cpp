@@ -140,16 +140,28 @@ LayeredGraph withBends(const Component& component, const std::vector<int>& layer
 }
 
 void orderRows(const Component& component, const std::vector<double>& place, LayeredGraph& graph) {
+  orderRows(
+      component, place,
+      [&](int line, int row) {
+        const Arc& arc = component.arcs[line];
+        const int top = graph.layer[arc.from];
+        return place[arc.from] +
+               (place[arc.to] - place[arc.from]) * (row - top) / (graph.layer[arc.to] - top);
+      },
+      graph);
+}
+
+void orderRows(const Component& component, const std::vector<double>& place,
+               const PlaceInRow& placeInRow, LayeredGraph& graph) {
   std::vector<double> x = place;
   x.resize(graph.layer.size(), 0);
   std::vector<int> lines(graph.layer.size(), 0);
   for (int i = 0; i < count(component.arcs); ++i) {
     if (graph.firstBend[i] < 0) continue;
-    const Arc& arc = component.arcs[i];
-    const int span = graph.layer[arc.to] - graph.layer[arc.from];
-    for (int k = 1; k < span; ++k) {
-      const int bend = graph.firstBend[i] + k - 1;
-      x[bend] += place[arc.from] + (place[arc.to] - place[arc.from]) * k / span;
+    const int first = graph.layer[component.arcs[i].from] + 1;
+    for (int row = first; row < graph.layer[component.arcs[i].to]; ++row) {
+      const int bend = graph.firstBend[i] + row - first;
+      x[bend] += placeInRow(i, row);
       ++lines[bend];
     }
   }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <vector>
 
 #include "layout/LayerGraph.h"
@@ -19,5 +20,11 @@ namespace brisel::layout {
 
 /// Orders the rows by a place for every box; bends stand on the straight way between their boxes.
 void orderRows(const Component& component, const std::vector<double>& place, LayeredGraph& graph);
+
+/// The same with a place for every line in each row that it passes; bends that lines share stand in
+/// the middle of theirs.
+using PlaceInRow = std::function<double(int line, int row)>;
+void orderRows(const Component& component, const std::vector<double>& place,
+               const PlaceInRow& placeInRow, LayeredGraph& graph);
 
 }  // namespace brisel::layout

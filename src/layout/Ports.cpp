@@ -61,9 +61,11 @@ class Spreader {
     for (int node = 0; node < m_component.nodes(); ++node) {
       const auto own = sides.of(node);
       arcs.assign(own.begin(), own.end());
-      std::stable_sort(arcs.begin(), arcs.end(), [&](int a, int b) {
-        return m_graph.position[next(a, bottom)] < m_graph.position[next(b, bottom)];
-      });
+      // Lines from the same box end in the order in which they start.
+      const auto order = [&](int i) {
+        return std::pair(m_graph.position[next(i, bottom)], bottom ? 0 : m_ports.start[i]);
+      };
+      std::stable_sort(arcs.begin(), arcs.end(), [&](int a, int b) { return order(a) < order(b); });
       placePorts(node, bottom ? portsBelow(node, arcs) : portsAbove(node, arcs), bottom);
     }
   }

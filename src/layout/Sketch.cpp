@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <future>
-#include <map>
 #include <thread>
 #include <tuple>
 #include <utility>
@@ -14,6 +13,7 @@
 #include "layout/LineCrossings.h"
 #include "layout/LongLines.h"
 #include "layout/RowPlacement.h"
+#include "layout/RowSearch.h"
 #include "layout/Sifting.h"
 #include "layout/TrunkSifting.h"
 #include "layout/WideLayers.h"
@@ -23,7 +23,7 @@ namespace {
 
 /// Components of so few nodes are drawn in several ways.
 constexpr int kFew = 500;
-/// A drawing so many times wider or narrower than wanted is drawn otherwise if that is possible.
+/// A drawing so many times wider or narrower than wanted can be borne.
 constexpr double kOffShape = 3;
 /// The shape of so small a component matters little to the whole.
 constexpr int kShapeless = 20;
@@ -48,9 +48,10 @@ Sketch draw(Component component, LayeredGraph graph, const Spacing& spacing) {
   for (const auto& line : result.routing.lines) {
     for (const Point p : line) result.width = std::max(result.width, p.x);
   }
-  const double aspect = result.width / result.routing.bottom / spacing.aspect;
-  result.isOffShape =
-      component.nodes() > kShapeless && (aspect > kOffShape || aspect < 1 / kOffShape);
+  if (component.nodes() > kShapeless) {
+    const double aspect = result.width / result.routing.bottom / spacing.aspect;
+    result.offShape = std::max({1.0, aspect / kOffShape, 1 / aspect / kOffShape});
+  }
   result.crossings = lineCrossings(result.routing.lines);
   result.length = lineLength(result.routing.lines);
   result.component = std::move(component);
@@ -63,6 +64,17 @@ std::int64_t trunkWork(const Component& component) {
   return component.nodes() <= kFew ? 20'000'000 : 0;
 }
 
+bool isTree(const Component& component) { return count(component.arcs) == component.nodes() - 1; }
+
+/// So much search for better rows; trees are good as they are.
+std::int64_t searchWork(const Component& component) {
+  constexpr int kMostNodes = 900;
+  constexpr std::int64_t kWorkPerNode = 500'000;
+  constexpr std::int64_t kMostWork = 150'000'000;
+  if (component.nodes() > kMostNodes || isTree(component)) return 0;
+  return std::min(kMostWork, kWorkPerNode * component.nodes());
+}
+
 /// Layers that keep lines short, split where they are too wide, ordered by sweeps.
 Sketch sketchBySweeps(Component component, const Spacing& spacing) {
   removeCycles(component);
@@ -70,6 +82,7 @@ Sketch sketchBySweeps(Component component, const Spacing& spacing) {
   splitWideLayers(component, spacing, layer);
   LayeredGraph graph = withBends(component, layer);
   reduceCrossings(graph);
+  searchRows(component, graph, spacing, 1, searchWork(component));
   siftTrunks(component, graph, trunkWork(component));
   return draw(std::move(component), std::move(graph), spacing);
 }
@@ -84,7 +97,8 @@ Sketch sketchByPlacement(Component component, const Spacing& spacing, std::uint6
   turnDown(component, layer);
   LayeredGraph graph = withBends(component, layer, place);
   orderRows(component, place, graph);
-  siftRows(graph, kSiftingWork, part(step, 0.5, 0.9));
+  siftRows(graph, kSiftingWork, part(step, 0.5, 0.7));
+  searchRows(component, graph, spacing, seed, searchWork(component), part(step, 0.7, 0.9));
   siftTrunks(component, graph, trunkWork(component));
   return draw(std::move(component), std::move(graph), spacing);
 }
@@ -110,68 +124,50 @@ void polish(Sketch& sketch, const Spacing& spacing) {
   }
 }
 
-/// Takes generalizations out of their trunks where another line joins the same two classes, which
-/// would have to cross the trunk, and the super class has room for all; true when there are any.
-bool setTwinsApart(Component& component, double headRoom) {
-  std::map<std::pair<int, int>, int> lines;
-  std::vector<int> linesAt(component.boxes.size(), 0);
-  const auto linesOf = [&](const Arc& arc) -> int& { return lines[std::minmax(arc.from, arc.to)]; };
-  for (const Arc& arc : component.arcs) {
-    ++linesOf(arc);
-    ++linesAt[arc.from];
-  }
-  bool any = false;
-  for (Arc& arc : component.arcs) {
-    const bool hasRoom = linesAt[arc.from] * headRoom <= component.width[arc.from];
-    arc.alone = arc.inheritance && linesOf(arc) > 1 && hasRoom;
-    any |= arc.alone;
-  }
-  return any;
-}
-
 }  // namespace
 
 bool Sketch::isBetterThan(const Sketch& other) const {
-  return std::tuple(isOffShape, crossings, length) <
-         std::tuple(other.isOffShape, other.crossings, other.length);
+  if ((offShape > 1) == (other.offShape > 1)) {
+    return std::tuple(crossings, length) < std::tuple(other.crossings, other.length);
+  }
+  // It may be off its shape where it is better by more than that.
+  const auto price = [](const Sketch& sketch) {
+    const double crossed = static_cast<double>(sketch.crossings) + 0.1 * sketch.component.nodes();
+    return crossed * sketch.length * sketch.offShape;
+  };
+  return price(*this) < price(other);
 }
 
 Sketch bestSketch(const Component& component, const Spacing& spacing, bool isSeen,
                   const Step& step) {
   const int nodes = component.nodes();
   const int arcs = count(component.arcs);
-  const bool isTree = arcs == nodes - 1;
   const bool isSmall = isSeen && nodes <= kFew && arcs <= 3 * kFew;
   Component acyclic = component;
   breakInheritanceCycles(acyclic);
-  if (!isSmall && !isTree) return sketchByPlacement(std::move(acyclic), spacing, 1, step);
-
+  if (!isSmall && !isTree(component)) {
+    return sketchByPlacement(std::move(acyclic), spacing, 1, step);
+  }
   Sketch best = sketchBySweeps(component, spacing);
-  const auto isGood = [&] { return !best.isOffShape && best.crossings == 0; };
+  if (isTree(component) && best.offShape == 1 && best.crossings == 0) return best;
+
   const auto offer = [&](Sketch next) {
     if (next.isBetterThan(best)) best = std::move(next);
   };
   if (!isSmall) {
-    if (!isGood()) offer(sketchByPlacement(std::move(acyclic), spacing, 1, step));
+    offer(sketchByPlacement(std::move(acyclic), spacing, 1, step));
     return best;
   }
-  std::vector<Component> ways{acyclic};
-  Component apart = component;
-  if (setTwinsApart(apart, spacing.node / 3)) {
-    if (!isGood()) offer(sketchBySweeps(apart, spacing));
-    breakInheritanceCycles(apart);
-    ways.push_back(std::move(apart));
-  }
-  const int most = nodes < kShapeless ? 6 : 20;
-  const int tries = std::clamp(1500 / std::max(nodes, arcs), 3, most);
+  constexpr int kFewestTries = 4;
+  constexpr int kMostTries = 8;
+  const int tries = std::clamp(1500 / std::max(nodes, arcs), kFewestTries, kMostTries);
   const auto sketchTry = [&](int k, const Step& told) {
-    const auto seed = static_cast<std::uint64_t>(k) + 1;
-    return sketchByPlacement(ways[k % ways.size()], spacing, seed, told);
+    return sketchByPlacement(acyclic, spacing, static_cast<std::uint64_t>(k) + 1, told);
   };
   // Several at a time; which one is taken does not depend on how many.
   const int cores =
       std::clamp(static_cast<int>(std::thread::hardware_concurrency()), 1, kMostCores);
-  for (int k = 0; k < tries && !isGood(); k += cores) {
+  for (int k = 0; k < tries; k += cores) {
     const int end = std::min(k + cores, tries);
     std::vector<std::future<Sketch>> others;
     for (int other = k + 1; other < end; ++other) {
@@ -179,9 +175,7 @@ Sketch bestSketch(const Component& component, const Spacing& spacing, bool isSee
     }
     offer(
         sketchTry(k, part(step, static_cast<double>(k) / tries, static_cast<double>(end) / tries)));
-    for (auto& other : others) {
-      if (!isGood()) offer(other.get());
-    }
+    for (auto& other : others) offer(other.get());
   }
   polish(best, spacing);
   return best;

@@ -15,7 +15,7 @@ struct Sketch {
   std::vector<double> x;  ///< middle of every node
   Routing routing;
   double width = 0;
-  bool isOffShape = false;  ///< far from the wanted shape, either way
+  double offShape = 1;  ///< how many times wider or narrower it is than can be borne; 1: it is not
   std::int64_t crossings = 0;
   double length = 0;  ///< of all lines
 

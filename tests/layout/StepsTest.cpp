@@ -252,7 +252,7 @@ TEST(LongLines, LinesOfOneTrunkShareStemsWhereTheyEndNearEachOther) {
   };
   EXPECT_EQ(bendsOf({}), (std::vector{5, 5, 5, 5}));
   EXPECT_EQ(bendsOf({2, 1, 2, 3, 8}), (std::vector{5, 5, 5, 7}));
-  c.arcs[1].alone = true;
+  c.arcs[1].inheritance = false;
   const auto apart = bendsOf({});
   EXPECT_EQ(apart[0], apart[2]);
   EXPECT_NE(apart[0], apart[1]);
@@ -327,7 +327,7 @@ TEST(Sifting, KeepsTheRowsAndNeverAddsCrossings) {
     siftRows(graph, 10'000'000);
     EXPECT_LE(crossings(graph), before);
     checkRows(graph, rows);
-    for (Arc& arc : c.arcs) arc.alone = true;
+    for (Arc& arc : c.arcs) arc.inheritance = false;
     const std::int64_t sifted = crossings(graph);
     siftTrunks(c, graph, 1'000'000);
     EXPECT_LE(crossings(graph), sifted);
