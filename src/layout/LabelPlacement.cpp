@@ -88,9 +88,16 @@ void addAside(const Anchor& anchor, Size size, double gap, std::vector<LabelCand
   found.push_back({around(anchor.at - normal * away, size)});
 }
 
-/// On the line, then at its sides.
-void addAround(const Anchor& anchor, Size size, double gap, std::vector<LabelCandidate>& found) {
-  found.push_back({around(anchor.at, size), true});
+/// Whether a label on the line hides no bend.
+bool isStraightUnder(const Anchor& anchor, Size size, double gap) {
+  return anchor.room >= reach(anchor.along, size) / 2 + gap;
+}
+
+/// On the line, rather not over one of its bends, then at its sides.
+void addAround(const Anchor& anchor, bool hasBends, Size size, double gap,
+               std::vector<LabelCandidate>& found) {
+  const bool hidesBend = hasBends && !isStraightUnder(anchor, size, gap);
+  found.push_back({around(anchor.at, size), true, hidesBend ? 1 : 0});
   addAside(anchor, size, gap, found);
 }
 
@@ -106,7 +113,7 @@ void addAlong(const std::vector<Point>& course, Size size, bool hasHead, const L
   double at = gaps.box + under / 2;
   const auto addOnLine = [&](int reluctance) {
     const Anchor anchor = whole.at(at / whole.length());
-    if (anchor.room < reach(anchor.along, size) / 2 + gaps.beside) return;
+    if (!isStraightUnder(anchor, size, gaps.beside)) return;
     found.push_back({around(anchor.at, size), true, reluctance});
   };
   if (!hasHead && at < kNearer * whole.length()) addOnLine(0);
@@ -116,7 +123,7 @@ void addAlong(const std::vector<Point>& course, Size size, bool hasHead, const L
     addAside(whole.at(at / whole.length()), size, gaps.line, found);
     for (std::size_t i = first; i < found.size(); ++i) found[i].reluctance = k / kStepsOfAStrike;
     addOnLine(k / kStepsOfAStrike);
-    at += size.height + 2 * gaps.clear;
+    at += (k < kSteps / 2 ? 1 : 2) * (size.height + 2 * gaps.clear);
   }
 }
 
@@ -132,15 +139,16 @@ std::vector<LabelCandidate> nameCandidates(const std::vector<Point>& course, Siz
   const Course whole(course);
   std::vector<LabelCandidate> found;
   found.reserve(kUsual);
-  if (course.size() > 2) {
+  const bool hasBends = course.size() > 2;
+  if (hasBends) {
     auto middles = whole.middles(size, share, 2 * gaps.head);
     if (middles.size() > kMostPieces) middles.resize(kMostPieces);
-    for (const Anchor& anchor : middles) addAround(anchor, size, gaps.beside, found);
+    for (const Anchor& anchor : middles) addAround(anchor, hasBends, size, gaps.beside, found);
   }
   for (const double aside : kAside) {
     const double at = share + aside;
     if (aside != 0 && (at < kNearestToEnd || at > 1 - kNearestToEnd)) continue;
-    addAround(whole.at(at), size, gaps.beside, found);
+    addAround(whole.at(at), hasBends, size, gaps.beside, found);
   }
   const std::size_t near = found.size();
   for (const double away : kAway) {
