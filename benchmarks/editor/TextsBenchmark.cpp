@@ -75,7 +75,7 @@ struct Covered {
   int heads = 0;
   int lines = 0;  ///< of others
   int names = 0;  ///< of these texts
-  int own = 0;    ///< texts of ends over their own line
+  int own = 0;    ///< texts of ends on their own line, where a bundle leaves no room
 };
 
 struct Text {

@@ -231,6 +231,16 @@ TEST(Labels, keepOffTheLinesOfOthers) {
   EXPECT_EQ(right.labelArea().center(), middleOf(right.points()));
 }
 
+TEST(Labels, hideNoBendWhereThereIsRoomBeside) {
+  DiagramBuilder diagram;
+  diagram.box("a", "A", 0, 0);
+  diagram.box("b", "B", 6500, 1200);
+  Link& link = diagram.line("l", "a", "b", "too long for all pieces");
+  link.bends({{2500, 300}, {2500, 900}, {4500, 900}, {4500, 1500}});
+  for (const Point bend : link.bends()) EXPECT_FALSE(link.labelArea().contains(bend));
+  EXPECT_FALSE(layout::runsThrough(link.points(), link.labelArea()));
+}
+
 TEST(Labels, ofEndsInABundleBelongToTheirLines) {
   // Multiplicities on lines that run nearer to each other than a digit and the gaps beside it.
   DiagramBuilder diagram;
