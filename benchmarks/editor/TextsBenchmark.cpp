@@ -75,7 +75,7 @@ struct Covered {
   int heads = 0;
   int lines = 0;  ///< of others
   int names = 0;  ///< of these texts
-  int own = 0;    ///< texts of ends over their own line
+  int own = 0;    ///< texts of ends on their own line, where a bundle leaves no room
 };
 
 struct Text {
@@ -116,11 +116,7 @@ Covered coveredBy(const canvas::Scene& scene) {
                        [&](const Rect& one) { return !one.isEmpty() && one.intersects(area); });
   };
   const auto isCrossed = [](const canvas::Link& line, const Rect& area) {
-    const auto& points = line.points();
-    for (std::size_t i = 1; i < points.size(); ++i) {
-      if (layout::crosses(points[i - 1], points[i], area)) return true;
-    }
-    return false;
+    return layout::runsThrough(line.points(), area);
   };
   const auto isOverOthers = [&](const Text& text) {
     for (const canvas::Link& line : scene.links()) {

@@ -84,7 +84,7 @@ layout::Spacing spacingFor(const Scene& scene, const std::vector<Ref<Link>>& lin
     }
   }
   if (!any && ends == 0) return spacing;
-  const double lines = 2 * (kTextGap + highest) + scene.textFont().lineHeight() + 3 * kTextLineGap;
+  const double lines = 2 * (kTextGap + highest) + scene.textFont().lineHeight() + 3 * kTextHeadGap;
   spacing.layer = std::max(kLeastLayerGap, lines);
   if (ends > 0) spacing.node = std::clamp(width / ends, spacing.node, kMostNodeGap);
   return spacing;

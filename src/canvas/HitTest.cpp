@@ -55,13 +55,6 @@ std::size_t nearestSegment(const std::vector<Point>& points, Point at) {
   return nearest;
 }
 
-bool runsThrough(const std::vector<Point>& points, const Rect& area) {
-  for (std::size_t i = 1; i < points.size(); ++i) {
-    if (layout::crosses(points[i - 1], points[i], area)) return true;
-  }
-  return false;
-}
-
 std::optional<Hit> hitLink(Link& link, Point at, double reach) {
   Hit hit;
   hit.link = &link;
@@ -75,7 +68,7 @@ std::optional<Hit> hitLink(Link& link, Point at, double reach) {
   hit.index = nearestSegment(points, at);
   if (!onLabel && distance(at, points[hit.index], points[hit.index + 1]) > reach) return {};
   hit.part = onLabel ? Hit::Part::label : Hit::Part::border;
-  hit.onLine = !onLabel || runsThrough(points, link.labelArea());
+  hit.onLine = !onLabel || layout::runsThrough(points, link.labelArea());
   return hit;
 }
 

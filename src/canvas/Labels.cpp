@@ -8,6 +8,7 @@
 #include "canvas/LinkRoute.h"
 #include "canvas/Node.h"
 #include "canvas/Scene.h"
+#include "layout/LabelChoice.h"
 #include "layout/Segments.h"
 
 namespace brisel::canvas {
@@ -18,8 +19,12 @@ using platform::Rect;
 
 namespace {
 
-constexpr layout::LabelGaps kGaps{
-    .box = kTextGap, .line = kTextLineGap, .beside = kNameGap, .clear = kTextClearance};
+constexpr layout::LabelGaps kGaps{.box = kTextGap,
+                                  .head = kTextHeadGap,
+                                  .line = kTextLineGap,
+                                  .beside = kNameGap,
+                                  .clear = kTextClearance,
+                                  .hair = kHairClearance};
 
 /// A line is looked around in pieces of this length, or in this many if it is very long.
 constexpr double kPieceLength = 8192;
@@ -235,11 +240,12 @@ void Labels::place(Link& link, Stage stage, std::vector<Moved>& moved) {
 Rect Labels::bestOf(const std::vector<LabelCandidate>& candidates, const Link& link, Turn turn) {
   Rect near;
   for (const LabelCandidate& one : candidates) {
-    if (!one.isFar) near = near.united(one.area);
+    if (one.reluctance == 0) near = near.united(one.area);
   }
-  Surroundings obstacles(m_obstacles, turn, link.order(), near);
+  Surroundings obstacles(m_obstacles, turn, link.order(), near, m_around);
   const layout::LabelSurroundings around{
       .covered = [&](const Rect& area, double enough) { return obstacles.covered(area, enough); },
+      .inTheWay = [&](const Rect& area) { return obstacles.inTheWay(area); },
       .crossed = [&](const Rect& area, int enough) { return obstacles.crossed(area, enough); }};
   return layout::bestOf(candidates, link.points(), around, kGaps, m_examined);
 }

@@ -91,6 +91,7 @@ class Labels {
   std::map<Turn, Link*> m_queue;
   std::vector<platform::Rect> m_examined;
   std::vector<Item*> m_found;
+  Surroundings::Found m_around;
 };
 
 }  // namespace brisel::canvas

@@ -231,9 +231,8 @@ const Link::Geometry& Link::geometry() const {
   if (!m_stale) return m_geometry;
   m_stale = false;
   Geometry& g = m_geometry;
-  g.points = followsCorner()
-                 ? loop(m_source->bounds(), m_rank)
-                 : route(m_source->bounds(), m_target->bounds(), m_bends, m_rank);
+  g.points = followsCorner() ? loop(m_source->bounds(), m_rank)
+                             : route(m_source->bounds(), m_target->bounds(), m_bends, m_rank);
   Point low = g.points.front();
   Point high = low;
   for (const Point p : g.points) {
@@ -258,13 +257,14 @@ std::vector<layout::LabelCandidate> Link::candidates(Label label,
                              : label == Label::begin ? m_beginText
                                                      : m_endText;
   if (words.empty()) return {};
-  const platform::Size size = textSize(words, fontOf(scene()));
+  const platform::Size size = labelSize(words, fontOf(scene()));
   const std::vector<Point>& course = points();
   if (label == Label::begin) {
-    return layout::endCandidates(m_source->bounds(), course, size, gaps);
+    return layout::endCandidates(m_source->bounds(), course, size, m_beginArrow != 0, gaps);
   }
   if (label == Label::end) {
-    return layout::endCandidates(m_target->bounds(), {course.rbegin(), course.rend()}, size, gaps);
+    return layout::endCandidates(m_target->bounds(), {course.rbegin(), course.rend()}, size,
+                                 m_endArrow != 0, gaps);
   }
   if (followsCorner()) return loopNameCandidates(course, size);
   const double share =

@@ -8,6 +8,7 @@
 #include "canvas/NodePainter.h"
 #include "canvas/Palette.h"
 #include "canvas/Scene.h"
+#include "layout/Segments.h"
 #include "platform/Text.h"
 
 namespace brisel::canvas {
@@ -18,8 +19,10 @@ using platform::Rect;
 
 namespace {
 
-/// Lets what lies below shine through a little.
-constexpr Color kGroundAlpha = 0xF0000000;
+/// Lines of others shine through, so that they are seen to go on; the text's own line may run along
+/// its words and hardly does.
+constexpr Color kGroundAlpha = 0xA0000000;
+constexpr Color kGroundOnLineAlpha = 0xF0000000;
 
 }  // namespace
 
@@ -83,20 +86,23 @@ void LinkPainter::paintArrow(int code, const LineEnd& end, Color color) {
 
 void LinkPainter::paintName(const Link& link) {
   if (!m_detail.readable(m_scene.textFont().height())) return;
-  paintText(link.itemText(), link.labelArea(), true);
+  paintText(link, link.itemText(), link.labelArea(), true);
 }
 
 void LinkPainter::paintEndTexts(const Link& link) {
   if (!m_detail.readable(m_scene.textFont().height())) return;
-  paintText(link.beginText(), link.beginTextArea(), false);
-  paintText(link.endText(), link.endTextArea(), false);
+  paintText(link, link.beginText(), link.beginTextArea(), false);
+  paintText(link, link.endText(), link.endTextArea(), false);
 }
 
-void LinkPainter::paintText(std::string_view text, const Rect& area, bool centered) {
+void LinkPainter::paintText(const Link& link, std::string_view text, const Rect& area,
+                            bool centered) {
   if (area.isEmpty()) return;
-  m_painter.fillRect(area, (m_detail.ground & 0x00FFFFFFU) | kGroundAlpha);
+  const bool isOnLine = layout::runsThrough(link.points(), area);
+  m_painter.fillRect(
+      area, (m_detail.ground & 0x00FFFFFFU) | (isOnLine ? kGroundOnLineAlpha : kGroundAlpha));
   const Font& font = m_scene.textFont();
-  double top = area.top;
+  double top = area.top - font.leading() / 2;
   for (const std::string_view line : linesOf(text)) {
     const double width = platform::columnsOf(line) * font.columnWidth();
     const double left = centered ? area.left + (area.width - width) / 2 : area.left;

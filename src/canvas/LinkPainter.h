@@ -29,14 +29,15 @@ class LinkPainter {
   };
   /// At least two points.
   void paintCourse(const std::vector<platform::Point>& points, const Look& look);
-  // On a ground that hides lines. Texts of ends come after all names.
+  // On a ground that dims lines. Texts of ends come after all names.
   void paintName(const Link& link);
   void paintEndTexts(const Link& link);
 
  private:
   [[nodiscard]] Color colorOf(const Link& link) const;
   void paintArrow(int code, const LineEnd& end, Color color);
-  void paintText(std::string_view text, const platform::Rect& area, bool centered);
+  void paintText(const Link& link, std::string_view text, const platform::Rect& area,
+                 bool centered);
 
   const Scene& m_scene;
   Painter& m_painter;

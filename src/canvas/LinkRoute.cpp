@@ -111,18 +111,15 @@ LineEnd endOf(const std::vector<Point>& points) { return lineEnd(points.rbegin()
 Rect headArea(int arrow, const LineEnd& end) {
   if (arrow == 0) return {};
   const auto code = static_cast<platform::Arrow>(arrow);
-  const bool isDiamond =
-      code == platform::Arrow::diamond || code == platform::Arrow::filledDiamond;
+  const bool isDiamond = code == platform::Arrow::diamond || code == platform::Arrow::filledDiamond;
   const Point way = end.from - end.tip;
   const Point along = way * (1 / lengthOf(way));
   const Point across = Point{-along.y, along.x} * (isDiamond ? kDiamondHalfWidth : kArrowHalfWidth);
   const Point base = end.tip + along * (isDiamond ? kDiamondLength : kArrowLength);
   // A diamond is widest half way.
   const Point wide = isDiamond ? end.tip + along * (kDiamondLength / 2) : base;
-  const auto [left, right] =
-      std::minmax({end.tip.x, base.x, (wide - across).x, (wide + across).x});
-  const auto [top, bottom] =
-      std::minmax({end.tip.y, base.y, (wide - across).y, (wide + across).y});
+  const auto [left, right] = std::minmax({end.tip.x, base.x, (wide - across).x, (wide + across).x});
+  const auto [top, bottom] = std::minmax({end.tip.y, base.y, (wide - across).y, (wide + across).y});
   return {left, top, right - left, bottom - top};
 }
 
@@ -149,6 +146,11 @@ Size textSize(std::string_view text, const Font& font) {
   for (const std::string_view line : lines) columns = std::max(columns, platform::columnsOf(line));
   return {std::min(kReach, columns * font.columnWidth()),
           std::min(kReach, static_cast<double>(lines.size()) * font.lineHeight())};
+}
+
+Size labelSize(std::string_view text, const Font& font) {
+  const Size size = textSize(text, font);
+  return {size.width, std::max(0.0, size.height - font.leading())};
 }
 
 Point middleOf(const std::vector<Point>& points) { return placeOn(points, 0.5); }
@@ -181,11 +183,12 @@ std::vector<layout::LabelCandidate> loopNameCandidates(const std::vector<Point>&
   constexpr int kFurther = 8;
   for (int i = 1; i <= kFurther; ++i) {
     const double away = i * (size.height + kTextGap);
-    const bool isFar = i > 3;
-    found.push_back({{right, corner.y + away, size.width, size.height}, false, isFar});
-    found.push_back({{right, corner.y - away, size.width, size.height}, false, isFar});
+    const int reluctance = i > 3 ? layout::kCrowd : 0;
+    found.push_back({{right, corner.y + away, size.width, size.height}, false, reluctance});
+    found.push_back({{right, corner.y - away, size.width, size.height}, false, reluctance});
     found.push_back({{corner.x, over - size.height - kTextGap - away, size.width, size.height},
-                     false, isFar});
+                     false,
+                     reluctance});
   }
   return found;
 }

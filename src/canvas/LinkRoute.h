@@ -51,8 +51,10 @@ struct LineEnd {
 
 /// The room that text needs; nothing for no text.
 [[nodiscard]] platform::Size textSize(std::string_view text, const Font& font);
-/// Where the name of a loop could stand, on the points that `loop` gives: over its upper side, which
-/// is shorter than most texts, and under the next loop's; else around the corner.
+/// The room of a text of a line, which has nothing above and below its letters.
+[[nodiscard]] platform::Size labelSize(std::string_view text, const Font& font);
+/// Where the name of a loop could stand, on the points that `loop` gives: over its upper side,
+/// which is shorter than most texts, and under the next loop's; else around the corner.
 [[nodiscard]] std::vector<layout::LabelCandidate> loopNameCandidates(
     const std::vector<platform::Point>& points, platform::Size size);
 

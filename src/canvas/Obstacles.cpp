@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "layout/LabelPlacement.h"
+#include "layout/LabelChoice.h"
 #include "layout/Segments.h"
 
 namespace brisel::canvas {
@@ -34,17 +34,35 @@ void Obstacles::clear() {
 double Surroundings::covered(const Rect& area, double enough) {
   if (!isKnown(area)) return coveredInAll(area, enough);
   double sum = 0;
-  for (const Rect& solid : m_solids) {
+  for (const Rect& solid : m_found.solids) {
     sum += overlap(solid, area);
     if (sum >= enough) break;
   }
   return sum;
 }
 
+Rect Surroundings::inTheWay(const Rect& area) {
+  Rect all;
+  const auto add = [&](const Rect& solid) {
+    if (overlap(solid, area) > 0) all = all.united(solid);
+  };
+  if (isKnown(area)) {
+    for (const Rect& solid : m_found.solids) add(solid);
+    return all;
+  }
+  const auto addEarlier = [&](const Obstacles::Solid& solid) {
+    if (solid.turn < m_turn) add(solid.area);
+    return false;
+  };
+  m_all.boxes.visit(area, addEarlier);
+  m_all.texts.visit(area, addEarlier);
+  return all;
+}
+
 int Surroundings::crossed(const Rect& area, int enough) {
   if (!m_known.contains(area)) return crossedInAll(area, enough);
   int count = 0;
-  for (const Obstacles::Piece& piece : m_pieces) {
+  for (const Obstacles::Piece& piece : m_found.pieces) {
     count += layout::strike(piece.from, piece.to, area);
     if (count >= enough) break;
   }
@@ -59,26 +77,26 @@ bool Surroundings::isKnown(const Rect& area) {
 
 void Surroundings::lookAround(const Rect& area) {
   constexpr double kAround = 400;
-  constexpr double kWidest = 8000;
+  constexpr double kWidest = 16000;
   constexpr std::size_t kMost = 256;
   const Rect both = (m_known.isEmpty() ? m_expected : m_known).united(area);
   const bool isNear = std::max(both.width, both.height) <= kWidest;
   m_known = (isNear ? both : area).grownBy(kAround);
-  m_solids.clear();
-  m_pieces.clear();
+  m_found.solids.clear();
+  m_found.pieces.clear();
   const auto addSolid = [&](const Obstacles::Solid& solid) {
-    if (solid.turn < m_turn && solid.area.intersects(m_known)) m_solids.push_back(solid.area);
-    return m_solids.size() > kMost;
+    if (solid.turn < m_turn && solid.area.intersects(m_known)) m_found.solids.push_back(solid.area);
+    return m_found.solids.size() > kMost;
   };
   m_all.boxes.visit(m_known, addSolid);
   m_all.texts.visit(m_known, addSolid);
   m_all.pieces.visit(m_known, [&](const Obstacles::Piece& piece) {
     if (piece.line != m_line && layout::crosses(piece.from, piece.to, m_known)) {
-      m_pieces.push_back(piece);
+      m_found.pieces.push_back(piece);
     }
-    return m_pieces.size() > kMost;
+    return m_found.pieces.size() > kMost;
   });
-  m_crowded = m_solids.size() > kMost || m_pieces.size() > kMost;
+  m_crowded = m_found.solids.size() > kMost || m_found.pieces.size() > kMost;
   if (m_crowded) m_known = {};
 }
 

@@ -48,14 +48,22 @@ struct Obstacles {
 class Surroundings {
  public:
   using Turn = Obstacles::Turn;
+  /// What was found when it looked around: room that may serve one text after the other.
+  struct Found {
+    std::vector<platform::Rect> solids;
+    std::vector<Obstacles::Piece> pieces;
+  };
 
   /// `line` is the order of the text's line, `expected` an area in which most questions will lie.
-  Surroundings(const Obstacles& all, Turn turn, std::uint64_t line, const platform::Rect& expected)
-      : m_all(all), m_turn(turn), m_line(line), m_expected(expected) {}
+  Surroundings(const Obstacles& all, Turn turn, std::uint64_t line, const platform::Rect& expected,
+               Found& room)
+      : m_all(all), m_turn(turn), m_line(line), m_expected(expected), m_found(room) {}
 
   /// How much of boxes, heads and texts lies over the area, in square twips, a whole number; no
   /// less than `enough` when that is reached.
   [[nodiscard]] double covered(const platform::Rect& area, double enough);
+  /// Around all boxes, heads and texts that lie over the area; empty where there is none.
+  [[nodiscard]] platform::Rect inTheWay(const platform::Rect& area);
   /// How badly pieces run through the area; no less than `enough` when that is reached.
   [[nodiscard]] int crossed(const platform::Rect& area, int enough);
 
@@ -72,8 +80,7 @@ class Surroundings {
   int m_asked = 0;
   bool m_crowded = false;  ///< where looking around would find too much
   platform::Rect m_known;
-  std::vector<platform::Rect> m_solids;
-  std::vector<Obstacles::Piece> m_pieces;
+  Found& m_found;
 };
 
 }  // namespace brisel::canvas

@@ -74,11 +74,7 @@ void Rerouting::Standing::collect(const Rect& area, std::vector<StandingBox>& bo
 }
 
 bool Rerouting::isInTheWay(const Link& link, const Rect& box) {
-  const auto& points = link.points();
-  for (std::size_t i = 1; i < points.size(); ++i) {
-    if (layout::crosses(points[i - 1], points[i], box.grownBy(kTooNear))) return true;
-  }
-  return false;
+  return layout::runsThrough(link.points(), box.grownBy(kTooNear));
 }
 
 void Rerouting::collectLines(Bends bends) {

@@ -4,14 +4,14 @@
 #include <array>
 #include <cmath>
 
-#include "layout/Segments.h"
-
 namespace brisel::layout {
 namespace {
 
 using platform::Point;
 using platform::Rect;
 using platform::Size;
+
+constexpr std::size_t kUsual = 40;  ///< candidates for which there is room at once
 
 double lengthOf(Point way) { return std::hypot(way.x, way.y); }
 
@@ -24,6 +24,7 @@ struct Anchor {
   Point at;
   Point along;
   double share;  ///< of the length of the line before it
+  double room;   ///< as far the line runs straight on to either side
 };
 
 /// How long a line in this direction runs under a label.
@@ -44,11 +45,12 @@ class Course {
       const Point way = m_points[i] - m_points[i - 1];
       const double piece = lengthOf(way);
       if (piece > 0 && left <= piece) {
-        return {m_points[i - 1] + way * (left / piece), way * (1 / piece), share};
+        return {m_points[i - 1] + way * (left / piece), way * (1 / piece), share,
+                std::min(left, piece - left)};
       }
       left -= piece;
     }
-    return {m_points.front(), {1, 0}, share};
+    return {m_points.front(), {1, 0}, share, 0};
   }
 
   /// The middles of the pieces on which a label leaves some line to be seen at either side, the
@@ -60,8 +62,8 @@ class Course {
       const Point way = m_points[i] - m_points[i - 1];
       const double piece = lengthOf(way);
       if (piece > 0 && piece >= reach(way * (1 / piece), label) + 2 * seen) {
-        anchors.push_back(
-            {m_points[i - 1] + way * 0.5, way * (1 / piece), (before + piece / 2) / m_length});
+        anchors.push_back({m_points[i - 1] + way * 0.5, way * (1 / piece),
+                           (before + piece / 2) / m_length, piece / 2});
       }
       before += piece;
     }
@@ -86,127 +88,46 @@ void addAside(const Anchor& anchor, Size size, double gap, std::vector<LabelCand
   found.push_back({around(anchor.at - normal * away, size)});
 }
 
-/// On the line, then at its sides.
-void addAround(const Anchor& anchor, Size size, double gap, std::vector<LabelCandidate>& found) {
-  found.push_back({around(anchor.at, size), true});
+/// Whether a label on the line hides no bend.
+bool isStraightUnder(const Anchor& anchor, Size size, double gap) {
+  return anchor.room >= reach(anchor.along, size) / 2 + gap;
+}
+
+/// On the line, rather not over one of its bends, then at its sides.
+void addAround(const Anchor& anchor, bool hasBends, Size size, double gap,
+               std::vector<LabelCandidate>& found) {
+  const bool hidesBend = hasBends && !isStraightUnder(anchor, size, gap);
+  found.push_back({around(anchor.at, size), true, hidesBend ? 1 : 0});
   addAside(anchor, size, gap, found);
 }
 
-/// Beside the line, further and further from its first point, but nearer to that than to the last.
-void addAlong(const std::vector<Point>& course, Size size, const LabelGaps& gaps,
+/// Beside the line, further and further from its first point, but nearer to that than to the last;
+/// on it where it runs straight on at either side.
+void addAlong(const std::vector<Point>& course, Size size, bool hasHead, const LabelGaps& gaps,
               std::vector<LabelCandidate>& found) {
   constexpr int kSteps = 8;
+  constexpr int kStepsOfAStrike = 3;
   constexpr double kNearer = 0.4;
   const Course whole(course);
-  double at = gaps.box + size.height * 1.5 + gaps.clear;
-  for (int k = 0; k < kSteps && at < kNearer * whole.length(); ++k) {
+  const double under = reach(whole.at(0).along, size);
+  double at = gaps.box + under / 2;
+  const auto addOnLine = [&](int reluctance) {
     const Anchor anchor = whole.at(at / whole.length());
-    addAside(anchor, size, gaps.line, found);
-    at += size.height + 2 * gaps.clear;
+    if (!isStraightUnder(anchor, size, gaps.beside)) return;
+    found.push_back({around(anchor.at, size), true, reluctance});
+  };
+  if (!hasHead && at < kNearer * whole.length()) addOnLine(0);
+  at += size.height + gaps.clear;
+  for (int k = 0; k < kSteps && at < kNearer * whole.length(); ++k) {
+    const std::size_t first = found.size();
+    addAside(whole.at(at / whole.length()), size, gaps.line, found);
+    for (std::size_t i = first; i < found.size(); ++i) found[i].reluctance = k / kStepsOfAStrike;
+    addOnLine(k / kStepsOfAStrike);
+    at += (k < kSteps / 2 ? 1 : 2) * (size.height + 2 * gaps.clear);
   }
 }
-
-void markFar(std::vector<LabelCandidate>& candidates, std::size_t first) {
-  for (std::size_t i = first; i < candidates.size(); ++i) candidates[i].isFar = true;
-}
-
-/// Chooses one of the candidates for a label.
-class Choice {
- public:
-  Choice(const std::vector<LabelCandidate>& candidates, const std::vector<Point>& course,
-         const LabelSurroundings& around, double clear, std::vector<Rect>& examined)
-      : m_candidates(candidates),
-        m_course(course),
-        m_around(around),
-        m_clear(clear),
-        m_examined(examined),
-        m_firstExamined(examined.size()) {}
-
-  [[nodiscard]] Rect made() {
-    const LabelCandidate* best = leastCrossed(false);
-    if (!best) best = leastCrossed(true);
-    if (!best) best = leastCovering();
-    return best->area;
-  }
-
- private:
-  static constexpr int kCrowd = 12;
-
-  /// Among those that cover no solid; nothing if there is none.
-  [[nodiscard]] const LabelCandidate* leastCrossed(bool isFar) {
-    const LabelCandidate* best = nullptr;
-    int least = kCrowd + 1;
-    for (const LabelCandidate& one : m_candidates) {
-      if (one.isFar != isFar) continue;
-      const Rect area = one.area.grownBy(m_clear);
-      examine(area);
-      if (m_around.covered(area, 1) > 0) continue;
-      const int crossed = crossedBy(one, area, std::min(least, kCrowd));
-      if (crossed >= least) continue;
-      least = crossed;
-      best = &one;
-      if (least == 0) break;
-    }
-    return best;
-  }
-
-  [[nodiscard]] const LabelCandidate* leastCovering() const {
-    const Rect& first = m_candidates.front().area;
-    // Whatever covers more than that is as bad as anything.
-    const double most = std::ceil(4 * first.width * first.height);
-    double least = most;
-    int lines = kCrowd + 1;
-    const LabelCandidate* best = nullptr;
-    for (const LabelCandidate& one : m_candidates) {
-      const Rect area = one.area.grownBy(m_clear);
-      const double covered = std::min(m_around.covered(area, std::min(least + 1, most)), most);
-      if (covered > least) continue;
-      const int crossed = crossedBy(one, area, kCrowd);
-      if (covered == least && crossed >= lines) continue;
-      least = covered;
-      lines = crossed;
-      best = &one;
-    }
-    return best;
-  }
-
-  [[nodiscard]] int crossedBy(const LabelCandidate& one, const Rect& area, int enough) const {
-    int count = 0;
-    for (std::size_t i = 1; !one.onLine && i < m_course.size(); ++i) {
-      count += strike(m_course[i - 1], m_course[i], one.area);
-    }
-    if (count < enough) count += m_around.crossed(area, enough - count);
-    // How far beyond a crowd it was counted is chance.
-    return std::min(count, kCrowd);
-  }
-
-  /// Notes the area in few rectangles, of which none is much larger than what it stands for.
-  void examine(const Rect& area) {
-    constexpr double kLargest = 8192;
-    if (m_examined.size() > m_firstExamined) {
-      const Rect both = m_examined.back().united(area);
-      if (both == m_examined.back() || std::max(both.width, both.height) <= kLargest) {
-        m_examined.back() = both;
-        return;
-      }
-    }
-    m_examined.push_back(area);
-  }
-
-  const std::vector<LabelCandidate>& m_candidates;
-  const std::vector<Point>& m_course;
-  const LabelSurroundings& m_around;
-  double m_clear;
-  std::vector<Rect>& m_examined;
-  std::size_t m_firstExamined;
-};
 
 }  // namespace
-
-int strike(Point from, Point to, const Rect& area) {
-  if (!crosses(from, to, area)) return 0;
-  return std::abs(to.x - from.x) > std::abs(to.y - from.y) ? 3 : 1;
-}
 
 std::vector<LabelCandidate> nameCandidates(const std::vector<Point>& course, Size size,
                                            double share, const LabelGaps& gaps) {
@@ -217,15 +138,17 @@ std::vector<LabelCandidate> nameCandidates(const std::vector<Point>& course, Siz
   constexpr std::array kAway = {1.5, 3.0, 5.0, 8.0};  // in heights of the label
   const Course whole(course);
   std::vector<LabelCandidate> found;
-  if (course.size() > 2) {
-    auto middles = whole.middles(size, share, 2 * gaps.line);
+  found.reserve(kUsual);
+  const bool hasBends = course.size() > 2;
+  if (hasBends) {
+    auto middles = whole.middles(size, share, 2 * gaps.head);
     if (middles.size() > kMostPieces) middles.resize(kMostPieces);
-    for (const Anchor& anchor : middles) addAround(anchor, size, gaps.beside, found);
+    for (const Anchor& anchor : middles) addAround(anchor, hasBends, size, gaps.beside, found);
   }
   for (const double aside : kAside) {
     const double at = share + aside;
     if (aside != 0 && (at < kNearestToEnd || at > 1 - kNearestToEnd)) continue;
-    addAround(whole.at(at), size, gaps.beside, found);
+    addAround(whole.at(at), hasBends, size, gaps.beside, found);
   }
   const std::size_t near = found.size();
   for (const double away : kAway) {
@@ -235,12 +158,12 @@ std::vector<LabelCandidate> nameCandidates(const std::vector<Point>& course, Siz
       addAside(whole.at(at), size, away * size.height, found);
     }
   }
-  markFar(found, near);
+  for (std::size_t i = near; i < found.size(); ++i) found[i].reluctance = kCrowd;
   return found;
 }
 
 std::vector<LabelCandidate> endCandidates(const Rect& box, const std::vector<Point>& course,
-                                          Size size, const LabelGaps& gaps) {
+                                          Size size, bool hasHead, const LabelGaps& gaps) {
   const Point end = course[0];
   const Point next = course[1];
   const Point middle = box.center();
@@ -251,21 +174,21 @@ std::vector<LabelCandidate> endCandidates(const Rect& box, const std::vector<Poi
   // of the way of the next line's.
   const bool low = upright ? next.x > end.x || (next.x == end.x && end.x < middle.x)
                            : !(next.y < end.y || (next.y == end.y && end.y > middle.y));
-  constexpr std::size_t kNear = 10;
+  const double away = hasHead ? gaps.head : gaps.line;
   std::vector<LabelCandidate> found;
+  found.reserve(kUsual);
   for (const bool before : {low, !low}) {
     Rect area{0, 0, size.width, size.height};
     if (upright) {
       area.top = end.y <= box.top ? end.y - gaps.box - size.height : end.y + gaps.box;
-      area.left = before ? end.x - gaps.line - size.width : end.x + gaps.line;
+      area.left = before ? end.x - away - size.width : end.x + away;
     } else {
       area.left = onRight ? end.x + gaps.box : end.x - gaps.box - size.width;
-      area.top = before ? end.y - gaps.line - size.height : end.y + gaps.line;
+      area.top = before ? end.y - away - size.height : end.y + away;
     }
     found.push_back({area});
   }
-  addAlong(course, size, gaps, found);
-  markFar(found, kNear);
+  addAlong(course, size, hasHead, gaps, found);
   // Past the corners of a box that stands too near on the other side.
   const std::array<Rect, 2> beside{found[0].area, found[1].area};
   for (const double share : upright ? std::array{0.3, 0.6, 0.9} : std::array{1.5, 3.0, 5.0}) {
@@ -273,15 +196,10 @@ std::vector<LabelCandidate> endCandidates(const Rect& box, const std::vector<Poi
       const double sign = (i == 0) == low ? -1 : 1;
       const Point by =
           upright ? Point{sign * share * size.width, 0} : Point{0, sign * share * size.height};
-      found.push_back({beside[i].movedBy(by), false, true});
+      found.push_back({beside[i].movedBy(by), false, kCrowd});
     }
   }
   return found;
-}
-
-Rect bestOf(const std::vector<LabelCandidate>& candidates, const std::vector<Point>& course,
-            const LabelSurroundings& around, const LabelGaps& gaps, std::vector<Rect>& examined) {
-  return Choice(candidates, course, around, gaps.clear, examined).made();
 }
 
 }  // namespace brisel::layout

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <algorithm>
+#include <cstddef>
+#include <vector>
 
 #include "platform/Geometry.h"
 
@@ -27,6 +29,15 @@ namespace brisel::layout {
   };
   return cut(from.x, to.x - from.x, box.left, box.right()) &&
          cut(from.y, to.y - from.y, box.top, box.bottom());
+}
+
+/// The same for a way over several points.
+[[nodiscard]] inline bool runsThrough(const std::vector<platform::Point>& course,
+                                      const platform::Rect& box) {
+  for (std::size_t i = 1; i < course.size(); ++i) {
+    if (crosses(course[i - 1], course[i], box)) return true;
+  }
+  return false;
 }
 
 }  // namespace brisel::layout

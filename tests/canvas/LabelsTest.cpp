@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "canvas/Labels.h"
+#include "layout/Segments.h"
 #include "support/CanvasChecks.h"
 #include "support/DiagramBuilder.h"
 
@@ -228,6 +229,48 @@ TEST(Labels, keepOffTheLinesOfOthers) {
   EXPECT_LT(right.labelArea().left - right.points()[0].x, 100) << "still beside its own";
   diagram.control->deleteLink("a");
   EXPECT_EQ(right.labelArea().center(), middleOf(right.points()));
+}
+
+TEST(Labels, hideNoBendWhereThereIsRoomBeside) {
+  DiagramBuilder diagram;
+  diagram.box("a", "A", 0, 0);
+  diagram.box("b", "B", 6500, 1200);
+  Link& link = diagram.line("l", "a", "b", "too long for all pieces");
+  link.bends({{2500, 300}, {2500, 900}, {4500, 900}, {4500, 1500}});
+  for (const Point bend : link.bends()) EXPECT_FALSE(link.labelArea().contains(bend));
+  EXPECT_FALSE(layout::runsThrough(link.points(), link.labelArea()));
+}
+
+TEST(Labels, ofEndsInABundleBelongToTheirLines) {
+  // Multiplicities on lines that run nearer to each other than a digit and the gaps beside it.
+  DiagramBuilder diagram;
+  diagram.box("top", "ATopOfManyLetters", 0, 0);
+  const double below = diagram.control->scene().node("top")->bounds().bottom();
+  std::vector<Link*> lines;
+  for (int i = 0; i < 10; ++i) {
+    const std::string number = std::to_string(i);
+    diagram.box("b" + number, "B", i * 1500 - 6000, 5000);
+    lines.push_back(&diagram.line("l" + number, "top", "b" + number));
+    lines.back()->beginText("1");
+    lines.back()->bends({{300.0 + i * 150, below + 1500.0 + i % 2 * 150}});
+  }
+  const auto away = [](const Rect& text, const Link& line) {
+    const auto& points = line.points();
+    double least = 1e9;
+    for (std::size_t i = 1; i < points.size(); ++i) {
+      least = std::min(least, distance(text.center(), points[i - 1], points[i]));
+    }
+    return least;
+  };
+  for (const Link* line : lines) {
+    const Rect text = line->beginTextArea();
+    EXPECT_LT(text.top, below + 1200) << "near its end";
+    for (const Link* other : lines) {
+      if (other == line) continue;
+      EXPECT_FALSE(layout::runsThrough(other->points(), text)) << line->key();
+      EXPECT_LT(away(text, *line), away(text, *other)) << line->key() << ' ' << other->key();
+    }
+  }
 }
 
 TEST(Labels, keepOffTheHeadsOfLines) {

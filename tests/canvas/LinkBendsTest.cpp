@@ -27,13 +27,6 @@ bool hasRightAngles(const Points& points) {
   return true;
 }
 
-bool runsThrough(const Points& points, const Rect& box) {
-  for (std::size_t i = 1; i < points.size(); ++i) {
-    if (layout::crosses(points[i - 1], points[i], box)) return true;
-  }
-  return false;
-}
-
 TEST(BendsFor, aLineOfRightAnglesIsDrawnAsItWasLaidOut) {
   const Rect below{1200, 4000, 3000, 1500};
   const struct {
@@ -114,8 +107,8 @@ TEST(BendsAfter, whereverTheBoxGoesTheLineKeepsItsRightAngles) {
     SCOPED_TRACE(testing::Message() << (first ? "source" : "target") << " at " << moved.left << ','
                                     << moved.top << ", course " << course.size());
     ASSERT_TRUE(hasRightAngles(drawn));
-    ASSERT_FALSE(runsThrough(drawn, source));
-    ASSERT_FALSE(runsThrough(drawn, target));
+    ASSERT_FALSE(layout::runsThrough(drawn, source));
+    ASSERT_FALSE(layout::runsThrough(drawn, target));
     kept += bends.size() == course.size() - 2 ? 1 : 0;
   }
   EXPECT_GT(kept, 1000) << "mostly the line keeps its course";

@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "canvas/Obstacles.h"
-#include "layout/LabelPlacement.h"
+#include "layout/LabelChoice.h"
 
 namespace brisel::canvas {
 namespace {
@@ -38,6 +38,13 @@ class RandomObstacles {
     double sum = 0;
     for (const auto& solid : m_solids) sum += solid.turn < turn ? overlap(solid.area, area) : 0;
     return sum;
+  }
+  [[nodiscard]] Rect inTheWay(const Rect& area, Obstacles::Turn turn) const {
+    Rect around;
+    for (const auto& solid : m_solids) {
+      if (solid.turn < turn && overlap(solid.area, area) > 0) around = around.united(solid.area);
+    }
+    return around;
   }
   [[nodiscard]] int crossed(const Rect& area, std::uint64_t line) const {
     int sum = 0;
@@ -85,11 +92,12 @@ TEST(Obstacles, areCountedWhereverAndInWhateverOrderIsAsked) {
   constexpr double kAll = 1e15;
   std::size_t covering = 0;
   std::size_t crossing = 0;
+  Surroundings::Found room;
   for (unsigned seed = 1; seed <= 8; ++seed) {
     RandomObstacles random(seed);
     for (Obstacles::Turn turn = 1; turn <= 10; ++turn) {
       const Rect expected = random.rect();
-      Surroundings around(random.all, turn, turn % 5, expected);
+      Surroundings around(random.all, turn, turn % 5, expected, room);
       for (int i = 0; i < 20; ++i) {
         // Near each other, so that some are within what was looked around for.
         const Rect area = i % 5 == 4 ? random.rect() : expected.movedBy({i * 150.0, i * -90.0});
@@ -97,6 +105,11 @@ TEST(Obstacles, areCountedWhereverAndInWhateverOrderIsAsked) {
         const int crossed = random.crossed(area, turn % 5);
         EXPECT_EQ(around.covered(area, kAll), covered);
         EXPECT_EQ(around.crossed(area, 1'000'000), crossed);
+        const Rect solid = around.inTheWay(area);
+        const Rect solidOfAll = random.inTheWay(area, turn);
+        for (const auto edge : {&Rect::left, &Rect::top}) EXPECT_EQ(solid.*edge, solidOfAll.*edge);
+        EXPECT_NEAR(solid.right(), solidOfAll.right(), 1e-6);
+        EXPECT_NEAR(solid.bottom(), solidOfAll.bottom(), 1e-6);
         EXPECT_EQ(around.covered(area, 1) >= 1, covered >= 1);
         EXPECT_EQ(around.crossed(area, 1) >= 1, crossed >= 1);
         covering += covered > 0;

@@ -142,12 +142,25 @@ TEST(ScenePainter, paintsLabelsOverTheLinesThatCrossThem) {
        {std::tuple{"a", 0., 0.}, {"b", 9000., 9000.}, {"c", 9000., 0.}, {"d", 0., 9000.}}) {
     diagram.box(key, key, x, y);
   }
-  diagram.line("l", "a", "b", "first");
+  Link& link = diagram.line("l", "a", "b", "first");
   diagram.line("m", "c", "d", "second");
   const RecordingPainter recording = painted(diagram);
   EXPECT_EQ(recording.fills.size(), 6U) << "each label has a ground";
-  EXPECT_GE(recording.fills.back().color >> 24, 0xC0U);
   EXPECT_EQ(recording.texts.back().text, "second");
+
+  // Its own line, which may run along the words, is hidden; those of others are seen to go on.
+  link.beginText("a text that reaches far over both of the lines");
+  link.bends({{200, 5000}});
+  link.text("");
+  const auto fills = painted(diagram).fills;
+  const auto groundOf = [&](const Rect& area) {
+    const auto found = std::find_if(fills.begin(), fills.end(),
+                                    [&](const auto& fill) { return fill.rect == area; });
+    return found == fills.end() ? 0 : found->color >> 24;
+  };
+  EXPECT_GE(groundOf(diagram.control->scene().link("m")->labelArea()), 0xE0U);
+  EXPECT_LT(groundOf(link.beginTextArea()), 0xC0U);
+  EXPECT_GT(groundOf(link.beginTextArea()), 0x80U);
 }
 
 TEST(ScenePainter, marksWhatIsSelectedAndTheRubberBand) {

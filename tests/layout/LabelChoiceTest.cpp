@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-#include "layout/LabelPlacement.h"
+#include "layout/LabelChoice.h"
 
 namespace brisel::layout {
 namespace {
@@ -34,6 +34,14 @@ struct LabelPlaces {
                                          }
                                          return sum;
                                        },
+                                   .inTheWay =
+                                       [&](const Rect& area) {
+                                         Rect all;
+                                         for (const Rect& solid : solids) {
+                                           if (area.intersects(solid)) all = all.united(solid);
+                                         }
+                                         return all;
+                                       },
                                    .crossed =
                                        [&](const Rect& area, int) {
                                          int sum = 0;
@@ -42,7 +50,8 @@ struct LabelPlaces {
                                          return sum;
                                        }};
     examined.clear();
-    return bestOf({{on, true}, {above}, {far, false, true}}, course, around, {}, examined);
+    return bestOf({{on, true}, {above, false, 2}, {far, false, kCrowd}}, course, around, {},
+                  examined);
   }
   void strikeAcross(const Rect& place, int times) {
     for (int i = 0; i < times; ++i) {
@@ -55,11 +64,13 @@ struct LabelPlaces {
   }
 };
 
-TEST(LabelPlacement, makesWayForSolidsFurtherThanForLines) {
+TEST(LabelChoice, makesWayForSolidsFurtherThanForLines) {
   LabelPlaces places;
   EXPECT_EQ(places.best(), places.on);
   EXPECT_EQ(places.examined, std::vector{places.on.grownBy(LabelGaps{}.clear)});
 
+  places.strikeAcross(places.on, 2);
+  EXPECT_EQ(places.best(), places.on) << "as little as that it had better suffer";
   places.strikeAcross(places.on, 1);
   EXPECT_EQ(places.best(), places.above);
   places.strikeAcross(places.above, 2);
@@ -69,23 +80,37 @@ TEST(LabelPlacement, makesWayForSolidsFurtherThanForLines) {
   EXPECT_EQ(places.best(), places.above) << "any line rather than a box";
   places.solids.push_back(places.above);
   EXPECT_EQ(places.best(), places.far);
-
-  places.solids.push_back(places.far);
-  places.solids[1].width = 300;
-  EXPECT_EQ(places.best(), places.above) << "the least of it where there is no room";
 }
 
-TEST(LabelPlacement, isStruckAcrossRatherThanAlongTheWords) {
+TEST(LabelChoice, isStruckAcrossRatherThanAlongTheWords) {
   LabelPlaces places;
   places.strikeAlong(places.on);
-  places.strikeAcross(places.above, 2);
   EXPECT_EQ(places.best(), places.above);
-  places.strikeAcross(places.above, 4);
+  places.strikeAcross(places.above, 2);
   EXPECT_EQ(places.best(), places.on);
   // A crowd is a crowd: the better place is taken.
   places.strikeAcross(places.on, 12);
   places.strikeAcross(places.above, 12);
   EXPECT_EQ(places.best(), places.on);
+}
+
+TEST(LabelChoice, isPushedAsideWhereThereIsRoomOnlyBesideItsPlaces) {
+  constexpr double kClear = LabelGaps{}.clear;
+  LabelPlaces places;
+  // A wall that all three places reach into by a little.
+  places.solids = {{2400, -3000, 3000, 6000}};
+  const Rect pushed = places.best();
+  EXPECT_LE(pushed.right(), 2400 - kClear);
+  EXPECT_GT(pushed.right(), 2400 - kClear - 10) << "no further than it has to";
+  EXPECT_EQ(pushed.top, places.above.top) << "off its own line";
+  EXPECT_TRUE(std::any_of(places.examined.begin(), places.examined.end(),
+                          [&](const Rect& area) { return area.contains(pushed); }));
+
+  // No room but far away: what covers least.
+  places.solids = {{-9000, -9000, 20000, 20000}};
+  EXPECT_EQ(places.best(), places.on) << "the first of those that cover the same";
+  places.solids.push_back(places.on);
+  EXPECT_EQ(places.best(), places.above);
 }
 
 }  // namespace
