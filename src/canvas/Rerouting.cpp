@@ -139,13 +139,15 @@ void Rerouting::plan(const layout::GoOn& goOn) {
   }
   std::vector<Connector> connectors;
   std::vector<Link*> led;
+  std::vector<std::vector<Point>> former;
   for (Link* link : open) {
     const bool stays = !isMoved(link->sourceNode()) && !isMoved(link->targetNode());
     if (stays && keep(*link, link->points())) continue;
     connectors.push_back(connectorOf(*link));
     led.push_back(link);
+    former.push_back(stays ? link->points() : std::vector<Point>());
   }
-  auto courses = m_router.route(connectors, goOn);
+  auto courses = m_router.route(connectors, goOn, former);
   for (std::size_t i = 0; i < led.size(); ++i) {
     m_courses.push_back({Ref<Link>(led[i]), std::move(courses[i])});
   }
