@@ -23,6 +23,8 @@ constexpr int kMostRounds = 2;
 constexpr int kWorstFault = 100;
 /// Courses that were rounded to whole units stay as good as they were; in tracks.
 constexpr double kRounding = 0.01;
+/// Lines so many tracks apart are not drawn as one.
+constexpr double kJustApart = 0.125;
 
 /// Between the sides that face each other, with two bends or none.
 std::vector<Point> plainCourse(const Rect& source, const Rect& target, double corner) {
@@ -66,12 +68,12 @@ class ConnectorRouter::Job {
   void stand(const StandingBox& box) { m_field.addBox(box); }
   void stand(const StandingLine& line) { m_field.addLine(line); }
 
-  /// How much there is to be said against a course.
-  int faults(const StandingLine& line) {
+  /// How much there is to be said against a course, which is to keep so many tracks apart.
+  int faults(const StandingLine& line, double tracks = kLeastTrack - kRounding) {
     if (line.course.size() < 2) return kWorstFault;
     int sum = 0;
     for (std::size_t i = 1; i < line.course.size(); ++i) {
-      sum += faults(line.connector, line.course[i - 1], line.course[i]);
+      sum += faults(line.connector, line.course[i - 1], line.course[i], tracks * m_measures.track);
     }
     return sum;
   }
@@ -109,7 +111,7 @@ class ConnectorRouter::Job {
   }
 
  private:
-  int faults(const Connector& connector, Point a, Point b) {
+  int faults(const Connector& connector, Point a, Point b, double apart) {
     constexpr double kStraight = 1;
     const bool isLevel = std::abs(a.y - b.y) < kStraight;
     if (!isLevel && std::abs(a.x - b.x) >= kStraight) return kWorstFault;
@@ -121,7 +123,6 @@ class ConnectorRouter::Job {
     m_field.eachBox(rectOf(span, {level, level}, way), [&](const StandingBox& box) {
       if (crosses(a, b, box.rect.grownBy(-kStraight))) sum += kWorstFault;
     });
-    const double apart = (kLeastTrack - kRounding) * m_measures.track;
     m_field.eachPiece(rectOf(span, Range{level, level}.grownBy(apart), way), way,
                       [&](const RoutingField::Piece& piece) {
                         if (!piece.span.overlaps(span.grownBy(-kStraight))) return;
@@ -192,7 +193,7 @@ class ConnectorRouter::Job {
   std::vector<Point> lead(const Connector& connector) {
     const Rect& source = connector.source.rect;
     const Rect& target = connector.target.rect;
-    if (connector.source.id == connector.target.id || source.intersects(target)) return {};
+    if (connector.isLoop() || source.intersects(target)) return {};
     if (isFar(connector)) {
       return plainCourse(source, target, m_measures.corner);
     }
@@ -251,6 +252,9 @@ ConnectorRouter::~ConnectorRouter() = default;
 void ConnectorRouter::stand(const StandingBox& box) { m_job->stand(box); }
 void ConnectorRouter::stand(const StandingLine& line) { m_job->stand(line); }
 bool ConnectorRouter::isSound(const StandingLine& line) { return m_job->faults(line) == 0; }
+bool ConnectorRouter::mayStay(const StandingLine& line) {
+  return m_job->faults(line, kJustApart) == 0;
+}
 
 std::vector<std::vector<Point>> ConnectorRouter::route(
     const std::vector<Connector>& connectors, const GoOn& goOn,

@@ -21,6 +21,8 @@ struct Connector {
   StandingBox source;
   StandingBox target;
   EdgeKind kind = EdgeKind::association;
+
+  [[nodiscard]] bool isLoop() const { return source.id == target.id; }
 };
 
 /// A line with all of its points, from border to border.
@@ -61,6 +63,8 @@ class ConnectorRouter {
   /// Whether a course is axis-parallel, enters no box and keeps apart from unrelated lines.
   /// Generalizations into one super class are related, and so are realizations.
   [[nodiscard]] bool isSound(const StandingLine& line);
+  /// The same, but that unrelated lines may be as near as can just be told apart.
+  [[nodiscard]] bool mayStay(const StandingLine& line);
 
   /// A course for each of the connectors, which stands from then on: from border to border, through
   /// no foreign box, on no piece of an unrelated line where there is room beside it, its ends apart

@@ -27,6 +27,8 @@ constexpr double kOnAnotherAgain = 3;
 constexpr double kUnfit = 0.75;
 /// And for an end beside the trunk that it could join.
 constexpr double kOffTrunk = 1.5;
+/// What a crossing with a line from a box to itself counts; to pass between them takes two.
+constexpr double kAcrossLoop = 4;
 /// A piece on the trunk looks better than one beside it.
 constexpr double kOnTrunk = -0.2;
 
@@ -310,7 +312,9 @@ void ConnectorSearch::meetLines(const State& state, const Rect& area, Ray& ray) 
     if (!piece.span.contains(side) || isOwn(piece)) return;
     // Arrows and bends are not to be crossed.
     const double end = std::min(side - piece.span.low, piece.span.high - side);
-    ray.costs.push_back({piece.at, (end < m_measures.stub ? 2 : 1) * m_measures.crossing});
+    const bool isLoop = m_field.line(piece.line).connector.isLoop();
+    const double crossings = isLoop ? kAcrossLoop : end < m_measures.stub ? 2 : 1;
+    ray.costs.push_back({piece.at, crossings * m_measures.crossing});
   });
   const double from = along(state.at, way);
   const double onAnother = m_keepsOff ? kOnAnotherAgain : kOnAnother;
