@@ -18,7 +18,7 @@ namespace brisel::layout {
 namespace {
 
 /// Lines that found no room are led anew so often.
-constexpr int kMostRounds = 2;
+constexpr int kMostLedAgain = 2;
 /// Of a course that enters a box or slants; one for each piece that it lies on.
 constexpr int kWorstFault = 100;
 /// Courses that were rounded to whole units stay as good as they were; in tracks.
@@ -143,8 +143,7 @@ class ConnectorRouter::Job {
           crowded.push_back(i);
         }
       }
-      if (crowded.empty() || round == kMostRounds) return;
-      m_search.expect(crowded.size());
+      if (crowded.empty() || round == kMostLedAgain) return;
       m_search.keepOff(true);
       for (const std::size_t i : crowded) {
         progress.step();
