@@ -11,6 +11,7 @@
 #include "canvas/Rerouting.h"
 #include "canvas/Scene.h"
 #include "layout/FreePlaces.h"
+#include "layout/Occupied.h"
 #include "layout/PartLayout.h"
 #include "platform/Error.h"
 
@@ -61,6 +62,27 @@ std::vector<Ref<Node>> allOf(const Scene& scene) {
   std::vector<Ref<Node>> nodes;
   for (Node& node : scene.nodes()) nodes.emplace_back(&node);
   return nodes;
+}
+
+/// The box with its lines to itself, in whole twips.
+Rect outlineOf(const Node& node) {
+  Rect outline = node.bounds();
+  for (const Node::Attached& end : node.attached()) {
+    if (!end.atSource || !end.link->isLoop()) continue;
+    for (const Point p : end.link->points()) {
+      outline = layout::Occupied::around(outline, {p.x, p.y, 0, 0});
+    }
+  }
+  const Point low{std::floor(outline.left), std::floor(outline.top)};
+  return {low.x, low.y, std::ceil(outline.right() - low.x), std::ceil(outline.bottom() - low.y)};
+}
+
+layout::Outlines outlinesOf(const std::vector<Ref<Node>>& nodes) {
+  layout::Outlines outlines;
+  for (const auto& node : nodes) {
+    outlines.push_back(outlineOf(*node).movedBy(Point() - node->bounds().topLeft()));
+  }
+  return outlines;
 }
 
 /// More room where lines carry texts: between rows for those of both ends and the name, between
@@ -215,6 +237,7 @@ layout::Part partOf(const Scene& scene, const Model& model) {
   layout::Part part;
   part.graph = model.graph;
   part.spacing = spacingFor(scene, model.links);
+  part.outlines = outlinesOf(model.nodes);
   for (const auto& node : model.nodes) {
     part.places.push_back(node->bounds().topLeft());
     part.neighbours.emplace_back();
@@ -227,7 +250,7 @@ layout::Part partOf(const Scene& scene, const Model& model) {
   std::vector<Rect> all;
   for (const Node& node : scene.nodes()) {
     all.push_back(node.bounds());
-    if (!node.isSelected()) part.standing.push_back(all.back());
+    if (!node.isSelected()) part.standing.push_back(outlineOf(node));
   }
   part.corner = cornerOf(all);
   return part;
@@ -275,8 +298,8 @@ void placeAmong(Scene& scene, const std::vector<std::string>& keys) {
     standing.back() = rects.back().topLeft();
   }
   const Point corner = cornerOf(rects);
-  const auto placed =
-      layout::placedAmong(model.graph, standing, spacingFor(scene, model.links), corner);
+  const auto placed = layout::placedAmong(model.graph, standing, spacingFor(scene, model.links),
+                                          corner, outlinesOf(model.nodes));
   Rerouting::Places places;
   for (std::size_t i = 0; i < placed.size(); ++i) {
     if (standing[i]) continue;

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "canvas/LinkBends.h"
+#include "canvas/LinkRoute.h"
 #include "canvas/Memory.h"
 #include "canvas/Scene.h"
 #include "layout/Segments.h"
@@ -77,37 +78,71 @@ bool Rerouting::isInTheWay(const Link& link, const Rect& box) {
   return layout::runsThrough(link.points(), box.grownBy(kTooNear));
 }
 
+bool Rerouting::runsAlong(const Link& link, const Rect& piece) {
+  constexpr double kStretch = platform::kTwipsPerPixel;
+  const auto& points = link.points();
+  for (std::size_t i = 1; i < points.size(); ++i) {
+    const Rect other = rectAround(points[i - 1], points[i]);
+    const bool isLevel = piece.height == 0 && other.height == 0;
+    if (!isLevel && (piece.width > 0 || other.width > 0)) continue;
+    const Rect near = isLevel ? Rect{piece.left + kStretch, piece.top - kTooNear,
+                                     piece.width - 2 * kStretch, 2 * kTooNear}
+                              : Rect{piece.left - kTooNear, piece.top + kStretch, 2 * kTooNear,
+                                     piece.height - 2 * kStretch};
+    if (layout::crosses(points[i - 1], points[i], near)) return true;
+  }
+  return false;
+}
+
 void Rerouting::collectLines(Bends bends) {
   for (const auto& [node, rect] : m_places) {
     for (const Node::Attached& end : node->attached()) {
       if (bends == Bends::stored && !end.link->bends().empty()) continue;
       if (end.link->isLoop()) {
-        if (end.atSource) shiftLoop(*end.link);
+        if (end.atSource) moveLoop(*end.link);
       } else if (m_concerned.insert(end.link).second) {
         m_lines.push_back(end.link);
       }
     }
-    if (!isMoved(*node)) continue;
-    std::vector<Item*> found;
-    m_scene.collect(rect.grownBy(kTooNear), found);
-    for (Item* item : found) {
-      if (!item->isLink()) continue;
-      Link& link = static_cast<Link&>(*item);
-      if (link.isLoop() || m_places.contains(&link.sourceNode()) ||
-          m_places.contains(&link.targetNode()) || !isInTheWay(link, rect)) {
-        continue;
-      }
-      if (m_concerned.insert(&link).second) m_lines.push_back(&link);
+    if (isMoved(*node))
+      collectLinesNear(rect, [&](const Link& link) { return isInTheWay(link, rect); });
+  }
+  for (const auto& course : m_loopCourses) {
+    for (std::size_t i = 1; i < course.size(); ++i) {
+      const Rect piece = rectAround(course[i - 1], course[i]);
+      collectLinesNear(piece, [&](const Link& link) { return runsAlong(link, piece); });
     }
   }
   std::sort(m_lines.begin(), m_lines.end(),
             [](const Link* a, const Link* b) { return a->order() < b->order(); });
 }
 
-/// Bends of its own go with the box.
-void Rerouting::shiftLoop(Link& link) {
-  if (link.bends().empty() || !isMoved(link.sourceNode())) return;
+/// Adds lines of other boxes that the new place of a box, or of a piece of a loop, concerns.
+template <class Concerns>
+void Rerouting::collectLinesNear(const Rect& place, const Concerns& concerns) {
+  std::vector<Item*> found;
+  m_scene.collect(place.grownBy(kTooNear), found);
+  for (Item* item : found) {
+    if (!item->isLink()) continue;
+    Link& link = static_cast<Link&>(*item);
+    if (link.isLoop() || m_places.contains(&link.sourceNode()) ||
+        m_places.contains(&link.targetNode()) || !concerns(link)) {
+      continue;
+    }
+    if (m_concerned.insert(&link).second) m_lines.push_back(&link);
+  }
+}
+
+/// It goes with the box, bends of its own included, and stands there.
+void Rerouting::moveLoop(Link& link) {
+  if (!isMoved(link.sourceNode())) return;
   const Point way = rectOf(link.sourceNode()).topLeft() - link.sourceNode().bounds().topLeft();
+  auto course = link.points();
+  for (Point& point : course) point = point + way;
+  m_concerned.insert(&link);
+  m_router.stand(StandingLine{connectorOf(link), course});
+  m_loopCourses.push_back(std::move(course));
+  if (link.bends().empty()) return;
   auto bends = link.bends();
   for (Point& bend : bends) bend = withinReach(bend + way);
   m_loops.push_back({Ref<Link>(&link), std::move(bends)});
@@ -119,29 +154,33 @@ void Rerouting::propose(Link& link, std::vector<Point> course) {
 
 void Rerouting::plan(const layout::GoOn& goOn) {
   std::vector<Link*> open;
-  const auto keep = [&](Link& link, const std::vector<Point>& course) {
-    const StandingLine line{connectorOf(link), course};
-    if (!m_router.isSound(line)) return false;
-    m_router.stand(line);
-    return true;
-  };
   for (Link* link : m_lines) {
     const auto proposal = m_proposals.find(link);
-    if (proposal != m_proposals.end() && keep(*link, proposal->second)) {
-      m_courses.push_back({Ref<Link>(link), proposal->second});
-    } else {
+    StandingLine line{connectorOf(*link), {}};
+    if (proposal != m_proposals.end()) line.course = proposal->second;
+    if (!m_router.isSound(line)) {
       open.push_back(link);
+      continue;
     }
+    m_router.stand(line);
+    m_courses.push_back({Ref<Link>(link), line.course});
   }
   std::vector<Connector> connectors;
   std::vector<Link*> led;
+  std::vector<std::vector<Point>> former;
   for (Link* link : open) {
     const bool stays = !isMoved(link->sourceNode()) && !isMoved(link->targetNode());
-    if (stays && keep(*link, link->points())) continue;
-    connectors.push_back(connectorOf(*link));
+    StandingLine line{connectorOf(*link), {}};
+    if (stays) line.course = link->points();
+    if (m_router.mayStay(line)) {
+      m_router.stand(line);
+      continue;
+    }
+    connectors.push_back(line.connector);
     led.push_back(link);
+    former.push_back(std::move(line.course));
   }
-  auto courses = m_router.route(connectors, goOn);
+  auto courses = m_router.route(connectors, goOn, former);
   for (std::size_t i = 0; i < led.size(); ++i) {
     m_courses.push_back({Ref<Link>(led[i]), std::move(courses[i])});
   }

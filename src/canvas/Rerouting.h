@@ -57,7 +57,11 @@ class Rerouting {
   void collectLines(Bends bends);
   /// Whether a line that ends elsewhere would run over a box or close by.
   [[nodiscard]] static bool isInTheWay(const Link& link, const platform::Rect& box);
-  void shiftLoop(Link& link);
+  /// Whether it would lie on a piece of another line, or close by.
+  [[nodiscard]] static bool runsAlong(const Link& link, const platform::Rect& piece);
+  template <class Concerns>
+  void collectLinesNear(const platform::Rect& place, const Concerns& concerns);
+  void moveLoop(Link& link);
 
   const Scene& m_scene;
   Places m_places;
@@ -65,7 +69,8 @@ class Rerouting {
   std::unordered_set<const Link*> m_concerned;
   std::unordered_map<const Link*, std::vector<platform::Point>> m_proposals;
   std::vector<Course> m_courses;
-  std::vector<Course> m_loops;  ///< bends of lines from a box to itself
+  std::vector<Course> m_loops;                              ///< bends of lines from a box to itself
+  std::vector<std::vector<platform::Point>> m_loopCourses;  ///< of those that move
   Standing m_standing{*this};
   layout::ConnectorRouter m_router;
 };

@@ -14,6 +14,33 @@ constexpr double kSame = 1e-6;
 
 bool isLevel(Point a, Point b) { return std::abs(a.y - b.y) < kSame; }
 
+void move(std::vector<Point>& course, std::size_t piece, double level) {
+  const Way way = isLevel(course[piece], course[piece + 1]) ? Way::level : Way::upright;
+  for (const std::size_t i : {piece, piece + 1})
+    course[i] = pointAt(along(course[i], way), level, way);
+}
+
+/// Without points that are doubled or on a straight way.
+void dropNeedless(std::vector<Point>& course) {
+  std::vector<Point> kept;
+  for (const Point p : course) {
+    if (!kept.empty() && std::abs(kept.back().x - p.x) < kSame &&
+        std::abs(kept.back().y - p.y) < kSame) {
+      continue;
+    }
+    if (kept.size() > 1) {
+      const Point a = kept[kept.size() - 2];
+      const Point b = kept.back();
+      if ((std::abs(a.x - b.x) < kSame && std::abs(b.x - p.x) < kSame) ||
+          (std::abs(a.y - b.y) < kSame && std::abs(b.y - p.y) < kSame)) {
+        kept.pop_back();
+      }
+    }
+    kept.push_back(p);
+  }
+  if (kept.size() >= 2) course = std::move(kept);
+}
+
 }  // namespace
 
 void ConnectorNudging::shift(const Connector& connector, const Trunk& trunk,
@@ -21,11 +48,22 @@ void ConnectorNudging::shift(const Connector& connector, const Trunk& trunk,
   m_connector = &connector;
   m_trunk = &trunk;
   m_course = &course;
-  dropNeedless();
+  dropNeedless(course);
   for (int round = 0; round < 2; ++round) {
-    for (std::size_t i = 0; i + 1 < course.size(); ++i) shiftPiece(i);
-    dropNeedless();
+    for (std::size_t i = 0; i + 1 < course.size(); ++i) {
+      if (const auto level = placeOf(i)) move(course, i, *level);
+    }
+    dropNeedless(course);
   }
+}
+
+Range ConnectorNudging::limitsOf(const Connector& connector, const std::vector<Point>& course,
+                                 std::size_t piece) {
+  static const Trunk none;
+  m_connector = &connector;
+  m_trunk = &none;
+  m_course = &course;
+  return roomOf(piece).limits;
 }
 
 Way ConnectorNudging::wayOf(std::size_t i) const {
@@ -38,20 +76,22 @@ Range ConnectorNudging::spanOf(std::size_t i) const {
   return between(along((*m_course)[i], wayOf(i)), along((*m_course)[i + 1], wayOf(i)));
 }
 
-void ConnectorNudging::shiftPiece(std::size_t i) {
-  if (m_trunk->covers(wayOf(i), levelOf(i), spanOf(i))) return;
+/// Nothing for a piece that stays.
+std::optional<double> ConnectorNudging::placeOf(std::size_t i) {
+  if (m_trunk->covers(wayOf(i), levelOf(i), spanOf(i))) return {};
   const Room room = roomOf(i);
   const auto pieces = neighboursOf(i, room.limits);
   const bool isEnd = i == 0 || i + 2 == m_course->size();
-  for (const double track : {2.0, 1.0, 0.5, 0.25, 0.15}) {
+  for (const double track : {2.0, 1.0, 0.5, kLeastTrack}) {
     if (track > 1 && !isEnd) continue;
     std::vector<Range> forbidden;
     for (const auto& piece : pieces) {
       forbidden.push_back(Range{piece.at, piece.at}.grownBy(
           std::min(track, piece.span.low == piece.span.high ? 1 : track) * m_measures.track));
     }
-    if (const auto level = best(i, room, forbidden)) return move(i, *level);
+    if (const auto level = best(i, room, forbidden)) return level;
   }
+  return {};
 }
 
 /// Boxes beside the piece bound where it may go.
@@ -205,33 +245,6 @@ int ConnectorNudging::crossings(Point a, Point b) {
                       sum += piece.span.overlaps(span) && !areRelated(other, *m_connector);
                     });
   return sum;
-}
-
-void ConnectorNudging::move(std::size_t i, double level) {
-  std::vector<Point>& course = *m_course;
-  const Way way = wayOf(i);
-  course[i] = pointAt(along(course[i], way), level, way);
-  course[i + 1] = pointAt(along(course[i + 1], way), level, way);
-}
-
-void ConnectorNudging::dropNeedless() {
-  std::vector<Point> kept;
-  for (const Point p : *m_course) {
-    if (!kept.empty() && std::abs(kept.back().x - p.x) < kSame &&
-        std::abs(kept.back().y - p.y) < kSame) {
-      continue;
-    }
-    if (kept.size() > 1) {
-      const Point a = kept[kept.size() - 2];
-      const Point b = kept.back();
-      if ((std::abs(a.x - b.x) < kSame && std::abs(b.x - p.x) < kSame) ||
-          (std::abs(a.y - b.y) < kSame && std::abs(b.y - p.y) < kSame)) {
-        kept.pop_back();
-      }
-    }
-    kept.push_back(p);
-  }
-  if (kept.size() >= 2) *m_course = kept;
 }
 
 }  // namespace brisel::layout

@@ -19,6 +19,10 @@ class ConnectorNudging {
 
   /// Pre: the course has right angles, runs from border to border and is not in the field.
   void shift(const Connector& connector, const Trunk& trunk, std::vector<Point>& course);
+  /// Within which a piece keeps its turns, its sides and clear of boxes. Pre: as of `shift`, but
+  /// that the course may be in the field.
+  [[nodiscard]] Range limitsOf(const Connector& connector, const std::vector<Point>& course,
+                               std::size_t piece);
 
  private:
   /// Where a piece may lie.
@@ -27,7 +31,7 @@ class ConnectorNudging {
     double wish;
   };
 
-  void shiftPiece(std::size_t i);
+  [[nodiscard]] std::optional<double> placeOf(std::size_t i);
   [[nodiscard]] Range spanOf(std::size_t i) const;
   [[nodiscard]] Way wayOf(std::size_t i) const;
   [[nodiscard]] double levelOf(std::size_t i) const;
@@ -38,15 +42,13 @@ class ConnectorNudging {
                                            const std::vector<Range>& forbidden);
   [[nodiscard]] int crossings(std::size_t i, double level);
   [[nodiscard]] int crossings(Point a, Point b);
-  void move(std::size_t i, double level);
-  void dropNeedless();
 
   RoutingField& m_field;
   const RoutingMeasures& m_measures;
   Point m_corner;
   const Connector* m_connector = nullptr;
   const Trunk* m_trunk = nullptr;
-  std::vector<Point>* m_course = nullptr;
+  const std::vector<Point>* m_course = nullptr;
 };
 
 }  // namespace brisel::layout

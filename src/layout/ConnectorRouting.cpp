@@ -7,6 +7,7 @@
 
 #include "layout/ConnectorNudging.h"
 #include "layout/ConnectorSearch.h"
+#include "layout/ConnectorSpreading.h"
 #include "layout/LayerGraph.h"
 #include "layout/Progress.h"
 #include "layout/RoutingField.h"
@@ -16,8 +17,14 @@
 namespace brisel::layout {
 namespace {
 
-/// What reaches further than so many tiles is neither looked through nor searched.
-constexpr double kFarthestLed = 4000;
+/// Lines that found no room are led anew so often.
+constexpr int kMostLedAgain = 2;
+/// Of a course that enters a box or slants; one for each piece that it lies on.
+constexpr int kWorstFault = 100;
+/// Courses that were rounded to whole units stay as good as they were; in tracks.
+constexpr double kRounding = 0.01;
+/// Lines so many tracks apart are not drawn as one.
+constexpr double kJustApart = 0.125;
 
 /// Between the sides that face each other, with two bends or none.
 std::vector<Point> plainCourse(const Rect& source, const Rect& target, double corner) {
@@ -55,19 +62,24 @@ class ConnectorRouter::Job {
         m_field(surroundings, m_measures),
         m_corner(corner),
         m_search(m_field, m_measures, corner),
-        m_nudging(m_field, m_measures, corner) {}
+        m_nudging(m_field, m_measures, corner),
+        m_spreading(m_field, m_measures, m_nudging) {}
 
   void stand(const StandingBox& box) { m_field.addBox(box); }
   void stand(const StandingLine& line) { m_field.addLine(line); }
 
-  bool isSound(const StandingLine& line) {
+  /// How much there is to be said against a course, which is to keep so many tracks apart.
+  int faults(const StandingLine& line, double tracks = kLeastTrack - kRounding) {
+    if (line.course.size() < 2) return kWorstFault;
+    int sum = 0;
     for (std::size_t i = 1; i < line.course.size(); ++i) {
-      if (!isSound(line.connector, line.course[i - 1], line.course[i])) return false;
+      sum += faults(line.connector, line.course[i - 1], line.course[i], tracks * m_measures.track);
     }
-    return line.course.size() > 1;
+    return sum;
   }
 
   std::vector<std::vector<Point>> route(const std::vector<Connector>& connectors,
+                                        const std::vector<std::vector<Point>>& former,
                                         const GoOn& goOn) {
     Progress progress(goOn, 2 * static_cast<double>(connectors.size()));
     std::vector<int> order(connectors.size());
@@ -75,8 +87,12 @@ class ConnectorRouter::Job {
     std::stable_sort(order.begin(), order.end(), [&](int a, int b) {
       return manhattan(connectors[a]) < manhattan(connectors[b]);
     });
-    std::vector<std::vector<Point>> courses(connectors.size());
     std::vector<int> numbers(connectors.size(), -1);
+    for (std::size_t i = 0; i < former.size(); ++i) {
+      const StandingLine line{connectors[i], former[i]};
+      if (faults(line) < kWorstFault) numbers[i] = m_field.addLine(line);
+    }
+    std::erase_if(order, [&](int i) { return numbers[i] >= 0; });
     m_search.expect(connectors.size());
     // Those that were led first know nothing of the later ones: what these disturb is led again.
     for (int round = 0; round < 2; ++round) {
@@ -85,35 +101,66 @@ class ConnectorRouter::Job {
         progress.done(1);
         if (round > 0 && !isDisturbed(numbers[i])) continue;
         if (numbers[i] >= 0) m_field.removeLine(numbers[i]);
-        courses[i] = lead(connectors[i]);
-        numbers[i] = m_field.addLine({connectors[i], courses[i]});
+        numbers[i] = m_field.addLine({connectors[i], lead(connectors[i])});
       }
     }
+    setApart(numbers, progress);
+    std::vector<std::vector<Point>> courses;
+    for (const int number : numbers) courses.push_back(m_field.line(number).course);
     return courses;
   }
 
  private:
-  bool isSound(const Connector& connector, Point a, Point b) {
+  int faults(const Connector& connector, Point a, Point b, double apart) {
     constexpr double kStraight = 1;
     const bool isLevel = std::abs(a.y - b.y) < kStraight;
-    if (!isLevel && std::abs(a.x - b.x) >= kStraight) return false;
+    if (!isLevel && std::abs(a.x - b.x) >= kStraight) return kWorstFault;
     const Way way = isLevel ? Way::level : Way::upright;
     const Range span = between(along(a, way), along(b, way));
-    if (!(span.high - span.low < kFarthestLed * m_measures.tile)) return false;
-    bool isSound = true;
+    if (!(span.high - span.low < kFarthestLed * m_measures.tile)) return kWorstFault;
+    int sum = 0;
     const double level = across(a, way);
     m_field.eachBox(rectOf(span, {level, level}, way), [&](const StandingBox& box) {
-      if (crosses(a, b, box.rect.grownBy(-kStraight))) isSound = false;
+      if (crosses(a, b, box.rect.grownBy(-kStraight))) sum += kWorstFault;
     });
-    const double apart = m_measures.track / 8;
     m_field.eachPiece(rectOf(span, Range{level, level}.grownBy(apart), way), way,
                       [&](const RoutingField::Piece& piece) {
                         if (!piece.span.overlaps(span.grownBy(-kStraight))) return;
                         const Connector& other = m_field.line(piece.line).connector;
-                        if (other.id == connector.id || areRelated(other, connector)) return;
-                        isSound = false;
+                        sum += other.id != connector.id && !areRelated(other, connector);
                       });
-    return isSound;
+    return sum;
+  }
+
+  /// Spreads the lines, and leads those anew for which there is no room where they run.
+  void setApart(std::vector<int>& numbers, Progress& progress) {
+    for (int round = 0;; ++round) {
+      m_spreading.spread(numbers);
+      std::vector<std::size_t> crowded;
+      for (std::size_t i = 0; i < numbers.size(); ++i) {
+        const StandingLine& line = m_field.line(numbers[i]);
+        if (!line.course.empty() && !isFar(line.connector) && faults(line) > 0) {
+          crowded.push_back(i);
+        }
+      }
+      if (crowded.empty() || round == kMostLedAgain) return;
+      m_search.keepOff(true);
+      for (const std::size_t i : crowded) {
+        progress.step();
+        const StandingLine line = m_field.line(numbers[i]);
+        if (faults(line) > 0) improve(numbers[i], lead(line.connector), 1);
+      }
+      m_search.keepOff(false);
+    }
+  }
+
+  /// The line takes the course if that has at least so many faults fewer.
+  void improve(int& number, const std::vector<Point>& course, int fewer) {
+    const StandingLine old = m_field.line(number);
+    const StandingLine changed{old.connector, course};
+    if (course.empty() || faults(changed) + fewer > faults(old)) return;
+    m_field.removeLine(number);
+    number = m_field.addLine(changed);
   }
 
   [[nodiscard]] bool isFar(const Connector& connector) const {
@@ -145,7 +192,7 @@ class ConnectorRouter::Job {
   std::vector<Point> lead(const Connector& connector) {
     const Rect& source = connector.source.rect;
     const Rect& target = connector.target.rect;
-    if (connector.source.id == connector.target.id || source.intersects(target)) return {};
+    if (connector.isLoop() || source.intersects(target)) return {};
     if (isFar(connector)) {
       return plainCourse(source, target, m_measures.corner);
     }
@@ -192,6 +239,7 @@ class ConnectorRouter::Job {
   Point m_corner;
   ConnectorSearch m_search;
   ConnectorNudging m_nudging;
+  ConnectorSpreading m_spreading;
 };
 
 ConnectorRouter::ConnectorRouter(const Surroundings& surroundings, const Spacing& spacing,
@@ -202,11 +250,15 @@ ConnectorRouter::~ConnectorRouter() = default;
 
 void ConnectorRouter::stand(const StandingBox& box) { m_job->stand(box); }
 void ConnectorRouter::stand(const StandingLine& line) { m_job->stand(line); }
-bool ConnectorRouter::isSound(const StandingLine& line) { return m_job->isSound(line); }
+bool ConnectorRouter::isSound(const StandingLine& line) { return m_job->faults(line) == 0; }
+bool ConnectorRouter::mayStay(const StandingLine& line) {
+  return m_job->faults(line, kJustApart) == 0;
+}
 
-std::vector<std::vector<Point>> ConnectorRouter::route(const std::vector<Connector>& connectors,
-                                                       const GoOn& goOn) {
-  return m_job->route(connectors, goOn);
+std::vector<std::vector<Point>> ConnectorRouter::route(
+    const std::vector<Connector>& connectors, const GoOn& goOn,
+    const std::vector<std::vector<Point>>& former) {
+  return m_job->route(connectors, former, goOn);
 }
 
 }  // namespace brisel::layout

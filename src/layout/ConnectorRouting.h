@@ -21,6 +21,8 @@ struct Connector {
   StandingBox source;
   StandingBox target;
   EdgeKind kind = EdgeKind::association;
+
+  [[nodiscard]] bool isLoop() const { return source.id == target.id; }
 };
 
 /// A line with all of its points, from border to border.
@@ -58,16 +60,20 @@ class ConnectorRouter {
   void stand(const StandingBox& box);
   void stand(const StandingLine& line);
 
-  /// Whether a course is axis-parallel, enters no box and lies on no unrelated line.
+  /// Whether a course is axis-parallel, enters no box and keeps apart from unrelated lines.
   /// Generalizations into one super class are related, and so are realizations.
   [[nodiscard]] bool isSound(const StandingLine& line);
+  /// The same, but that unrelated lines may be as near as can just be told apart.
+  [[nodiscard]] bool mayStay(const StandingLine& line);
 
   /// A course for each of the connectors, which stands from then on: from border to border, through
   /// no foreign box, on no piece of an unrelated line where there is room beside it, its ends apart
   /// from other ends. One that can join the trunk of its relatives does. Empty for a line whose
-  /// boxes overlap or are one.
-  [[nodiscard]] std::vector<std::vector<Point>> route(const std::vector<Connector>& connectors,
-                                                      const GoOn& goOn = {});
+  /// boxes overlap or are one. `former` gives courses that lines had, or empty ones: they are kept
+  /// where there is no better one.
+  [[nodiscard]] std::vector<std::vector<Point>> route(
+      const std::vector<Connector>& connectors, const GoOn& goOn = {},
+      const std::vector<std::vector<Point>>& former = {});
 
  private:
   class Job;

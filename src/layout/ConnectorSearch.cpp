@@ -21,10 +21,14 @@ constexpr double kPatienceOfAll = 3000;
 constexpr int kLongestRay = 400;
 /// What a piece on another one costs, in bends; most are shifted apart later.
 constexpr double kOnAnother = 0.5;
+/// And for a line that found no room among them.
+constexpr double kOnAnotherAgain = 3;
 /// What a line pays for its end at a side that does not suit it, in bends.
 constexpr double kUnfit = 0.75;
 /// And for an end beside the trunk that it could join.
 constexpr double kOffTrunk = 1.5;
+/// What a crossing with a line from a box to itself counts; to pass between them takes two.
+constexpr double kAcrossLoop = 4;
 /// A piece on the trunk looks better than one beside it.
 constexpr double kOnTrunk = -0.2;
 
@@ -100,7 +104,10 @@ double ConnectorSearch::sideCost(const StandingBox& box, Heading side, bool isTa
   const double room =
       1 + std::floor(std::max(0.0, extent.high - extent.low - 2 * m_measures.corner) /
                      m_measures.track);
-  double bends = std::min(ends / room, 1.0) + (ends >= room ? 1 : 0);
+  // When a side is full, ends are set nearer to each other, and more so at the others.
+  const double least = room / kLeastTrack;
+  double bends = std::min(ends / room, 1.0) + (ends >= room ? 1 : 0) +
+                 4 * std::max(0.0, ends - room) / (least - room) + (ends >= least ? 8 : 0);
   if (m_connector->kind >= EdgeKind::generalization) {
     constexpr int kTop = 2;
     const int best = isTarget ? kTop + 1 : kTop;
@@ -305,16 +312,19 @@ void ConnectorSearch::meetLines(const State& state, const Rect& area, Ray& ray) 
     if (!piece.span.contains(side) || isOwn(piece)) return;
     // Arrows and bends are not to be crossed.
     const double end = std::min(side - piece.span.low, piece.span.high - side);
-    ray.costs.push_back({piece.at, (end < m_measures.stub ? 2 : 1) * m_measures.crossing});
+    const bool isLoop = m_field.line(piece.line).connector.isLoop();
+    const double crossings = isLoop ? kAcrossLoop : end < m_measures.stub ? 2 : 1;
+    ray.costs.push_back({piece.at, crossings * m_measures.crossing});
   });
   const double from = along(state.at, way);
+  const double onAnother = m_keepsOff ? kOnAnotherAgain : kOnAnother;
   m_field.eachPiece(area, way, [&](const RoutingField::Piece& piece) {
     if (piece.span.low == piece.span.high) return;
     const bool isTrunk = isOwn(piece);
     if (isTrunk && std::abs(piece.at - side) >= 1) return;
     const double begin =
         sign > 0 ? std::max(from, piece.span.low) : std::min(from, piece.span.high);
-    ray.costs.push_back({begin, (isTrunk ? kOnTrunk : kOnAnother) * m_measures.bend});
+    ray.costs.push_back({begin, (isTrunk ? kOnTrunk : onAnother) * m_measures.bend});
   });
 }
 

@@ -37,6 +37,8 @@ class ConnectorSearch {
 
   /// So many lines are to be led: the more they are, the sooner each search is content.
   void expect(std::size_t lines);
+  /// Whether a line rather makes a detour than to lie where others do.
+  void keepOff(bool others) { m_keepsOff = others; }
   /// From border to border with right angles; nothing when there is no way, or none was found
   /// within so many steps. Pieces may still lie on those of other lines.
   [[nodiscard]] std::optional<std::vector<Point>> find(const Connector& connector,
@@ -110,6 +112,7 @@ class ConnectorSearch {
   int m_steps = 0;
   int m_stepsOfAll = 0;
   double m_patience = 1;
+  bool m_keepsOff = false;
   std::vector<StandingBox> m_near;  ///< room for `meetBoxes`
 };
 

@@ -22,10 +22,11 @@ double meanSide(const std::vector<Rect>& rects) {
 class Placer {
  public:
   Placer(const Graph& graph, const std::vector<std::optional<Point>>& places,
-         const Spacing& spacing, Point corner)
+         const Spacing& spacing, Point corner, const Outlines& outlines)
       : m_graph(graph),
         m_spacing(spacing),
         m_corner(corner),
+        m_outlines(outlines),
         m_places(places),
         m_occupied(2 * meanOf(graph)),
         m_edges(makeAdjacency(count(graph.boxes),
@@ -67,7 +68,8 @@ class Placer {
 
   /// The box has its place: its neighbours without one come nearer to theirs.
   void settle(int box) {
-    m_occupied.add(rectOf(box));
+    m_occupied.add(
+        outlineAt(m_outlines, static_cast<std::size_t>(box), m_graph.boxes[box], *m_places[box]));
     for (const int i : m_edges.of(box)) {
       const int other = otherEnd(i, box);
       if (m_places[other]) continue;
@@ -98,8 +100,8 @@ class Placer {
     std::optional<Point> best;
     double least = INFINITY;
     for (const Point wish : wishes(box)) {
-      const auto shift = m_occupied.nearestFree({{wish.x, wish.y, size.width, size.height}},
-                                                m_spacing.node / 2, m_budget, m_corner);
+      const Rect outline = outlineAt(m_outlines, static_cast<std::size_t>(box), size, wish);
+      const auto shift = m_occupied.nearestFree({outline}, m_spacing.node / 2, m_budget, m_corner);
       if (!shift || std::hypot(shift->x, shift->y) >= least) continue;
       least = std::hypot(shift->x, shift->y);
       best = wish + *shift;
@@ -136,6 +138,7 @@ class Placer {
   const Graph& m_graph;
   const Spacing& m_spacing;
   Point m_corner;
+  const Outlines& m_outlines;
   std::vector<std::optional<Point>> m_places;
   Occupied m_occupied;
   Adjacency m_edges;
@@ -184,12 +187,12 @@ std::vector<Point> wishedPlaces(Size size, const std::vector<Neighbour>& neighbo
 
 std::vector<Point> placedAmong(const Graph& graph,
                                const std::vector<std::optional<Point>>& standing,
-                               const Spacing& spacing, Point corner) {
+                               const Spacing& spacing, Point corner, const Outlines& outlines) {
   const Graph input = checked(graph);
   if (standing.size() != graph.boxes.size()) {
     throw platform::Error(platform::ErrorNumber::invalidCall, "Each box needs its place or none.");
   }
-  return Placer(input, standing, checked(spacing), corner).run();
+  return Placer(input, standing, checked(spacing), corner, outlines).run();
 }
 
 }  // namespace brisel::layout

@@ -17,6 +17,15 @@ class Occupied;
 [[nodiscard]] Point clearShift(const std::vector<Rect>& moving, const Occupied& standing, double gap,
                                Point corner);
 
+/// What boxes take together with the lines from each to itself: of each box, from its upper left
+/// corner. None are the boxes alone.
+using Outlines = std::vector<Rect>;
+[[nodiscard]] inline Rect outlineAt(const Outlines& outlines, std::size_t box, Size size,
+                                    Point corner) {
+  const Rect outline = outlines.empty() ? Rect{0, 0, size.width, size.height} : outlines[box];
+  return outline.movedBy(corner);
+}
+
 /// A box that has its place, and how another one is joined to it.
 struct Neighbour {
   Rect rect;
@@ -32,10 +41,11 @@ struct Neighbour {
 /// by one, those with the most neighbours that have a place first: below their super classes, above
 /// their sub classes, else beside what they are joined to, as near as there is room. Those that are
 /// joined to nothing that stands are laid out by themselves below everything. No box that is placed
-/// overlaps another, or lies left of or above the corner. An Error as for `layered`, and
-/// (invalidCall) for another number of places.
+/// overlaps another, nor do outlines of those that stand, or lies left of or above the corner. An
+/// Error as for `layered`, and (invalidCall) for another number of places.
 [[nodiscard]] std::vector<Point> placedAmong(const Graph& graph,
                                              const std::vector<std::optional<Point>>& standing,
-                                             const Spacing& spacing, Point corner);
+                                             const Spacing& spacing, Point corner,
+                                             const Outlines& outlines = {});
 
 }  // namespace brisel::layout

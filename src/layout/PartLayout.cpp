@@ -32,13 +32,16 @@ struct Group {
 
 class PartDrawer {
  public:
-  PartDrawer(const Part& part)
+  PartDrawer(const Part& part, bool drawsLoops)
       : m_part(part),
         m_graph(checked(part.graph)),
         m_spacing(checked(part.spacing)),
-        m_occupied(cellSide(part)) {
+        m_occupied(cellSide(part)),
+        m_places(part.places),
+        m_outlines(part.outlines) {
+    if (!drawsLoops) drawOutlines();
     for (const Rect& rect : part.standing) m_occupied.add(rect);
-    m_drawing.positions = part.places;
+    m_drawing.positions = m_places;
     m_drawing.lines.resize(m_graph.edges.size());
   }
 
@@ -67,7 +70,7 @@ class PartDrawer {
     std::iota(group.boxes.begin(), group.boxes.end(), 0);
     fill(group);
     group.drawing = draw(group.graph);
-    moveBy(group.drawing, middleOf(group, m_part.places) - middleOf(group));
+    moveBy(group.drawing, middleOf(group, m_places) - middleOf(group));
     settle(group);
     return finish();
   }
@@ -81,6 +84,18 @@ class PartDrawer {
   [[nodiscard]] Rect rectOf(int box) const {
     return rectAt(m_drawing.positions[box], m_graph.boxes[box]);
   }
+  [[nodiscard]] Rect outlineOf(int box, Point at) const {
+    return outlineAt(m_outlines, static_cast<std::size_t>(box), m_graph.boxes[box], at);
+  }
+
+  /// For drawings that know nothing of lines from a box to itself.
+  void drawOutlines() {
+    for (std::size_t i = 0; i < m_outlines.size(); ++i) {
+      m_places[i] = m_places[i] + m_outlines[i].topLeft();
+      m_graph.boxes[i] = m_outlines[i].size();
+    }
+    m_outlines.clear();
+  }
 
   /// Boxes that stand well are kept; gives the others.
   std::vector<int> letStay(const std::vector<int>& alone) {
@@ -93,10 +108,11 @@ class PartDrawer {
                                  : rect.bottom() <= neighbour.rect.top;
       };
       const auto& neighbours = m_part.neighbours[box];
-      if (m_occupied.anyIn(rect) || !std::all_of(neighbours.begin(), neighbours.end(), fits)) {
+      const Rect outline = outlineOf(box, m_drawing.positions[box]);
+      if (m_occupied.anyIn(outline) || !std::all_of(neighbours.begin(), neighbours.end(), fits)) {
         loose.push_back(box);
       } else {
-        m_occupied.add(rect);
+        m_occupied.add(outline);
       }
     }
     return loose;
@@ -129,7 +145,7 @@ class PartDrawer {
   /// In the order in which the boxes stand where that can be, else in that of the input, turned
   /// round to fit. Asked for again, it gives the same.
   void drawAround(Group& group, Turning turning, const DrawGroup& draw) const {
-    const Point middle = middleOf(group, m_part.places);
+    const Point middle = middleOf(group, m_places);
     group.drawing = draw(group.graph);
     mirrorToFit(group, turning);
     if (turning == Turning::keepsOrder && count(group.boxes) <= kMostDrawnAgain) {
@@ -144,7 +160,7 @@ class PartDrawer {
   /// kept; nothing when it never is.
   [[nodiscard]] std::optional<Group> drawnInOrder(const Group& group, const DrawGroup& draw) const {
     Group other = group;
-    std::vector<Point> places = m_part.places;
+    std::vector<Point> places = m_places;
     for (int i = 0; i <= kMostDrawings; ++i) {
       const std::vector<int> before = std::exchange(other.boxes, group.boxes);
       sortFromLeft(other.boxes, places);
@@ -187,7 +203,7 @@ class PartDrawer {
     Point mean;
     std::vector<Point> ways;
     for (int i = 0; i < count(group.boxes); ++i) {
-      ways.push_back(drawing.positions[i] - m_part.places[group.boxes[i]]);
+      ways.push_back(drawing.positions[i] - m_places[group.boxes[i]]);
       mean = mean + ways.back() * (1.0 / count(group.boxes));
     }
     double sum = 0;
@@ -235,7 +251,7 @@ class PartDrawer {
   void settle(const Group& group) {
     std::vector<Rect> moving;
     for (int i = 0; i < count(group.boxes); ++i) {
-      moving.push_back(rectAt(group.drawing.positions[i], group.graph.boxes[i]));
+      moving.push_back(outlineOf(group.boxes[i], group.drawing.positions[i]));
     }
     const Point way =
         clearShift(moving, m_occupied, m_spacing.node / 2, m_part.corner + overhang(group));
@@ -253,23 +269,26 @@ class PartDrawer {
   void settleAlone(int box) {
     const auto& neighbours = m_part.neighbours[box];
     const auto isRelative = [](const Neighbour& n) { return n.kind >= EdgeKind::generalization; };
-    Point wish = m_part.places[box];
+    Point wish = m_places[box];
     if (std::any_of(neighbours.begin(), neighbours.end(), isRelative)) {
       wish = wishedPlaces(m_graph.boxes[box], neighbours, m_spacing).front();
       wish = {std::round(wish.x), std::round(wish.y)};
     }
-    const Rect rect = rectAt(wish, m_graph.boxes[box]);
+    const Rect rect = outlineOf(box, wish);
     const Point way = clearShift({rect}, m_occupied, m_spacing.node / 2, m_part.corner);
     m_drawing.positions[box] = wish + way;
     m_occupied.add(rect.movedBy(way));
   }
 
   Drawing finish() {
+    for (std::size_t i = 0; i < m_places.size(); ++i) {
+      m_drawing.positions[i] = m_drawing.positions[i] - (m_places[i] - m_part.places[i]);
+    }
     const auto isMissing = [](const auto& line) { return line.empty(); };
     if (std::any_of(m_drawing.lines.begin(), m_drawing.lines.end(), isMissing)) {
       Drawing straight;
       straight.positions = m_drawing.positions;
-      drawStraightLines(m_graph, m_spacing.node, straight);
+      drawStraightLines(checked(m_part.graph), m_spacing.node, straight);
       for (std::size_t i = 0; i < m_drawing.lines.size(); ++i) {
         if (m_drawing.lines[i].empty()) m_drawing.lines[i] = straight.lines[i];
       }
@@ -281,69 +300,20 @@ class PartDrawer {
   Graph m_graph;
   Spacing m_spacing;
   Occupied m_occupied;
+  std::vector<Point> m_places;
+  Outlines m_outlines;
   Drawing m_drawing;
 };
-
-/// So many boxes in a row that the whole has about the wanted shape, whatever their order.
-int columnsFor(const Graph& graph, const Spacing& spacing) {
-  double width = 0;
-  double height = 0;
-  for (const Size& box : graph.boxes) {
-    width += box.width + spacing.node;
-    height += box.height + spacing.node;
-  }
-  const double wanted = std::sqrt(spacing.aspect * count(graph.boxes) * height / width);
-  return std::clamp(static_cast<int>(std::round(wanted)), 1, count(graph.boxes));
-}
 
 }  // namespace
 
 Drawing drawnInGroups(const Part& part, Turning turning, const DrawGroup& draw) {
-  return PartDrawer(part).inGroups(turning, draw);
+  return PartDrawer(part, turning == Turning::keepsOrder).inGroups(turning, draw);
 }
 
 Drawing drawnAsOne(const Part& part, const DrawGroup& draw) {
   if (part.graph.boxes.empty()) return {};
-  return PartDrawer(part).asOne(draw);
-}
-
-Drawing drawnInRows(const Part& part) {
-  const Spacing spacing = checked(part.spacing);
-  return drawnAsOne(part, [&](const Graph& graph) {
-    const int columns = columnsFor(graph, spacing);
-    std::vector<int> order(graph.boxes.size());
-    std::iota(order.begin(), order.end(), 0);
-    const auto before = [&](double Point::*first, double Point::*second) {
-      return [&, first, second](int a, int b) {
-        const Point p = part.places[a];
-        const Point q = part.places[b];
-        return std::pair(p.*first, p.*second) < std::pair(q.*first, q.*second);
-      };
-    };
-    std::stable_sort(order.begin(), order.end(), before(&Point::y, &Point::x));
-    std::vector<double> left(static_cast<std::size_t>(columns) + 1, 0);
-    std::vector<double> top{0};
-    for (int first = 0; first < count(order); first += columns) {
-      const auto begin = order.begin() + first;
-      const auto end = order.begin() + std::min(first + columns, count(order));
-      std::stable_sort(begin, end, before(&Point::x, &Point::y));
-      double height = 0;
-      for (auto it = begin; it != end; ++it) {
-        double& width = left[static_cast<std::size_t>(it - begin) + 1];
-        width = std::max(width, graph.boxes[*it].width + spacing.node);
-        height = std::max(height, graph.boxes[*it].height + spacing.node);
-      }
-      top.push_back(top.back() + height);
-    }
-    for (int c = 0; c < columns; ++c) left[c + 1] += left[c];
-    Drawing drawing;
-    drawing.positions.resize(order.size());
-    for (int i = 0; i < count(order); ++i) {
-      drawing.positions[order[i]] = {left[i % columns], top[i / columns]};
-    }
-    drawStraightLines(graph, spacing.node, drawing);
-    return drawing;
-  });
+  return PartDrawer(part, false).asOne(draw);
 }
 
 }  // namespace brisel::layout

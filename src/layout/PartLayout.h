@@ -13,7 +13,8 @@ struct Part {
   Graph graph;                                     ///< of these boxes alone
   std::vector<Point> places;                       ///< upper left corners as they are
   std::vector<std::vector<Neighbour>> neighbours;  ///< of each box among those that stand
-  std::vector<Rect> standing;                      ///< all other boxes
+  std::vector<Rect> standing;                      ///< all other boxes, with their outlines
+  Outlines outlines;                               ///< of these boxes
   Spacing spacing;
   Point corner;  ///< left of and above it nothing is put
 };
@@ -22,8 +23,10 @@ using DrawGroup = std::function<Drawing(const Graph&)>;
 
 /// How much of a drawing may be turned round to come nearer to how the boxes stand.
 enum class Turning {
-  keepsOrder,  ///< nothing: boxes are handed over from left to right, for a drawing that keeps that
-  mirrors      ///< left and right, top and bottom
+  /// Nothing: boxes are handed over from left to right, for a drawing that keeps that, and that
+  /// leaves room for lines from a box to itself.
+  keepsOrder,
+  mirrors  ///< left and right, top and bottom
 };
 
 /// Draws each connected group by itself around its own middle and moves it clear of the rest as

@@ -48,7 +48,7 @@ void RoutingField::load(std::int64_t x, std::int64_t y) {
   // Long lines are entered as far as was asked.
   const Tiles sector{x * kSector, y * kSector, (x + 1) * kSector - 1, (y + 1) * kSector - 1};
   for (const StandingLine& line : lines) {
-    const auto [known, isNew] = m_numbers.try_emplace(line.connector.id, count(m_lines));
+    const auto [known, isNew] = m_numbers.try_emplace(line.connector.id, nextLine());
     if (isNew) m_lines.push_back(line);
     enter(known->second, sector, isNew);
   }
@@ -93,7 +93,7 @@ void RoutingField::eachPieceOf(int number, Take&& take) const {
 }
 
 int RoutingField::addLine(const StandingLine& line) {
-  const int number = count(m_lines);
+  const int number = nextLine();
   m_lines.push_back(line);
   enter(number, kEverywhere, true);
   return number;

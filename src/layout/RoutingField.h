@@ -4,6 +4,7 @@
 #include <array>
 #include <cmath>
 #include <cstdint>
+#include <deque>
 #include <limits>
 #include <unordered_map>
 #include <unordered_set>
@@ -71,6 +72,11 @@ struct RoutingMeasures {
   double tile;      ///< side of the tiles by which what stands is found
   double band;      ///< beside a ray, boxes this near offer places to turn
 };
+
+/// What reaches further than so many tiles is neither looked through nor searched.
+inline constexpr double kFarthestLed = 4000;
+/// Parallel lines are no nearer to each other, in tracks, as long as there is room.
+inline constexpr double kLeastTrack = 0.3;
 
 /// What stands where lines are led: boxes, and the axis-parallel pieces of lines, found by tiles.
 /// The surroundings are asked for what is in them when a question first comes there.
@@ -155,6 +161,7 @@ class RoutingField {
                       std::int64_t top) {
     return x == std::max(left, area.left) && y == std::max(top, area.top);
   }
+  [[nodiscard]] int nextLine() const { return static_cast<int>(m_lines.size()); }
   [[nodiscard]] std::int64_t tileAt(double coordinate) const;
   [[nodiscard]] Tiles tilesOf(const Rect& rect) const;
   [[nodiscard]] Tiles tilesOf(const Piece& piece, Way way) const {
@@ -187,7 +194,7 @@ class RoutingField {
   const Surroundings& m_surroundings;
   const RoutingMeasures& m_measures;
   std::vector<StandingBox> m_boxes;
-  std::vector<StandingLine> m_lines;
+  std::deque<StandingLine> m_lines;  ///< keeps its lines in place while others come
   std::unordered_set<std::uint64_t> m_knownBoxes;
   std::unordered_map<std::uint64_t, int> m_numbers;  ///< of standing lines by identifier
   std::unordered_map<std::uint64_t, Tile> m_tiles;

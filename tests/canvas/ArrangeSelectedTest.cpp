@@ -20,10 +20,11 @@ using platform::Rect;
 
 constexpr int kInherits = static_cast<int>(platform::Arrow::triangle);
 
-/// A diagram of inheritance and associations that was laid out as a whole.
+/// A diagram of inheritance, associations and lines from a class to itself that was laid out as a
+/// whole.
 class ArrangeSelectedTest : public testing::Test, protected test::DiagramBuilder {
  protected:
-  void draw(int classes, std::uint64_t seed) {
+  void draw(int classes, std::uint64_t seed, int hubLines = 0) {
     control->Clear();
     m_numbers = layout::Numbers(seed);
     for (int i = 0; i < classes; ++i) box(keyOf(i), "Class" + keyOf(i), 0, 0, {"+name:string"});
@@ -33,7 +34,9 @@ class ArrangeSelectedTest : public testing::Test, protected test::DiagramBuilder
       } else {
         line("a" + keyOf(i), keyOf(i), keyOf(m_numbers.below(i)), "uses");
       }
+      for (int k = i % 5; k > 2; --k) line("s" + keyOf(i) + keyOf(k), keyOf(i), keyOf(i));
     }
+    for (int i = 0; i < hubLines; ++i) line("h" + keyOf(i), keyOf(5), keyOf(6 + i % (classes - 6)));
     control->Layout("%HIERARCHY%");
   }
   void select(int boxes, int classes) {
@@ -137,6 +140,23 @@ TEST_F(ArrangeSelectedTest, leadsLinesAroundWhatStandsAndIsStable) {
   }
 }
 
+TEST_F(ArrangeSelectedTest, keepsTheManyLinesOfAClassApart) {
+  for (const std::uint64_t seed : {1, 2}) {
+    for (const char* code : {"%HIERARCHY%", "MATRIX", "SPRING"}) {
+      SCOPED_TRACE(code + std::to_string(seed));
+      draw(40, seed, 45);
+      select(4, 40);
+      control->selNode(keyOf(5));
+      control->Layout(code);
+      EXPECT_EQ(wrongBoxes(), "");
+      EXPECT_EQ(wrongLines(), "");
+      const auto led = courses();
+      control->Layout(code);
+      EXPECT_EQ(courses(), led) << "a second time changes nothing";
+    }
+  }
+}
+
 TEST_F(ArrangeSelectedTest, leavesFarLinesAlone) {
   draw(40, 7);
   select(2, 40);
@@ -204,6 +224,7 @@ TEST_F(ArrangeSelectedTest, newBoxesAndTheirLinesComeAmongWhatStands) {
   line("n2", "new2", "k7");
   line("n3", "new2", "k20");
   line("n4", "new3", "new1");
+  for (const char* loop : {"n5", "n6"}) line(loop, "new1", "new1");
   const auto before = places();
   control->placeAmong({"new1", "new2", "new3"});
   EXPECT_EQ(wrongBoxes(), "");

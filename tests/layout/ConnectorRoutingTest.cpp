@@ -136,6 +136,63 @@ TEST(ConnectorRouting, keepsOffWhatStands) {
   EXPECT_FALSE(isSound({{50, 0}, {50, 80}, {450, 80}, {450, 60}})) << "through its own box";
 }
 
+/// Pairs of courses that run less than so far apart for a stretch.
+int pairsOnEachOther(const std::vector<std::vector<Point>>& courses, double apart) {
+  const auto reach = [](Point a, Point b) {
+    return Rect{std::min(a.x, b.x), std::min(a.y, b.y), std::abs(a.x - b.x), std::abs(a.y - b.y)};
+  };
+  int pairs = 0;
+  for (std::size_t i = 0; i < courses.size(); ++i) {
+    for (std::size_t k = 0; k < i; ++k) {
+      bool isOn = false;
+      for (std::size_t p = 1; p < courses[i].size(); ++p) {
+        for (std::size_t q = 1; q < courses[k].size(); ++q) {
+          const Rect a = reach(courses[i][p - 1], courses[i][p]);
+          const Rect b = reach(courses[k][q - 1], courses[k][q]);
+          const bool areLevel = a.height == 0 && b.height == 0;
+          if (!areLevel && (a.width > 0 || b.width > 0)) continue;
+          const double x = std::min(a.right(), b.right()) - std::max(a.left, b.left);
+          const double y = std::min(a.bottom(), b.bottom()) - std::max(a.top, b.top);
+          isOn |= areLevel ? x > 1 && y > -apart : y > 1 && x > -apart;
+        }
+      }
+      pairs += isOn;
+    }
+  }
+  return pairs;
+}
+
+TEST(ConnectorRouting, setsTheManyLinesOfABoxApart) {
+  struct Case {
+    const char* what;
+    std::vector<Rect> boxes;  // from the first to many of the others
+    int lines;
+  };
+  std::vector<Case> cases{{"all at one side", {{300, 0, 100, 40}, {0, 60, 290, 20}}, 24},
+                          {"more than a side takes", {{300, 500, 100, 60}}, 60},
+                          {"through a gate", {{0, 0, 60, 60}, {-300, 90, 310, 40}}, 9}};
+  cases[0].boxes.push_back({410, 60, 400, 20});
+  cases[2].boxes.push_back({50, 90, 310, 40});
+  for (auto& [what, boxes, lines] : cases) {
+    SCOPED_TRACE(what);
+    Surrounded picture;
+    picture.boxes = boxes;
+    std::vector<Connector> connectors;
+    for (int i = 0; i < lines; ++i) {
+      picture.boxes.push_back({i % 12 * 100.0 - 200, 700 + i / 12 * 100.0, 60, 40});
+      connectors.push_back(
+          picture.connector(static_cast<std::uint64_t>(i), 0, picture.boxes.size() - 1));
+    }
+    const auto courses = picture.route(connectors);
+    EXPECT_EQ(pairsOnEachOther(courses, 2.9), 0);
+    for (std::size_t i = 0; i < courses.size(); ++i) {
+      picture.lines.push_back({connectors[i], courses[i]});
+    }
+    ConnectorRouter judge(picture, kLeadRoom, kNoEdge);
+    for (const StandingLine& line : picture.lines) EXPECT_TRUE(judge.isSound(line));
+  }
+}
+
 TEST(ConnectorRouting, joinsTheTrunkOfItsRelatives) {
   Surrounded picture;
   picture.boxes = {{200, 0, 100, 60}, {0, 300, 100, 60}, {200, 300, 100, 60}, {400, 300, 100, 60}};
