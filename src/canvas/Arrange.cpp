@@ -121,6 +121,21 @@ layout::Drawing draw(const layout::Graph& graph, const layout::Spacing& spacing,
   throw Error(ErrorNumber::invalidCall, "Unknown layout: " + std::string(code));
 }
 
+/// The same of a whole diagram, where styles other than the hierarchy know nothing of lines from a
+/// box to itself: they are handed the outlines.
+layout::Drawing drawAll(const Model& model, const layout::Spacing& spacing, std::string_view code,
+                        std::uint64_t seed, const layout::GoOn& goOn) {
+  if (code == "%HIERARCHY%") return draw(model.graph, spacing, code, seed, goOn);
+  const layout::Outlines outlines = outlinesOf(model.nodes);
+  layout::Graph graph = model.graph;
+  for (std::size_t i = 0; i < outlines.size(); ++i) graph.boxes[i] = outlines[i].size();
+  layout::Drawing drawing = draw(graph, spacing, code, seed, goOn);
+  for (std::size_t i = 0; i < outlines.size(); ++i) {
+    drawing.positions[i] = drawing.positions[i] - outlines[i].topLeft();
+  }
+  return drawing;
+}
+
 /// What brings the upper left corner of everything drawn to where diagrams begin.
 Point shiftOf(const layout::Drawing& drawing) {
   if (drawing.positions.empty()) return {};
@@ -195,8 +210,7 @@ std::vector<std::string> arrange(Scene& scene, std::string_view code, std::uint6
                                  const layout::GoOn& goOn) {
   const std::uint64_t revision = scene.geometryRevision();
   const Model model(allOf(scene));
-  const layout::Drawing drawing =
-      draw(model.graph, spacingFor(scene, model.links), code, seed, goOn);
+  const layout::Drawing drawing = drawAll(model, spacingFor(scene, model.links), code, seed, goOn);
   checkUnchanged(scene, revision);
   const Scene::Update update(&scene);
   return apply(model, drawing, shiftOf(drawing), code == "%HIERARCHY%");

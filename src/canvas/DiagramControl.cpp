@@ -244,6 +244,7 @@ void DiagramControl::Layout(std::string_view code) {
     if (some) {
       showHint("Laid out the " + std::to_string(selected) + " selected classes alone");
     } else {
+      showHint("Laid out the diagram");
       m_viewport.scrollTo({});
     }
   }

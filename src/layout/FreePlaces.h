@@ -14,8 +14,8 @@ class Occupied;
 /// clear of all that stand, and none left of or above the corner; none when they are so already.
 /// Looks from side to side of what is in the way, the nearest first; after a bounded search it goes
 /// right of everything.
-[[nodiscard]] Point clearShift(const std::vector<Rect>& moving, const Occupied& standing, double gap,
-                               Point corner);
+[[nodiscard]] Point clearShift(const std::vector<Rect>& moving, const Occupied& standing,
+                               double gap, Point corner);
 
 /// What boxes take together with the lines from each to itself: of each box, from its upper left
 /// corner. None are the boxes alone.

@@ -14,8 +14,8 @@ namespace {
 /// Up to so many boxes a person sees each crossing.
 constexpr int kSeen = 1000;
 
-/// The room that one loop needs beside its box.
-double loopRoom(const Spacing& spacing) { return spacing.node / 3; }
+/// The room that each loop needs beside its box, besides the gap to the next one.
+double loopRoom(const Spacing& spacing) { return 0.6 * spacing.node; }
 
 /// Puts a sketch into the drawing and gives its size.
 Size takeOver(const Graph& input, Sketch sketch, Drawing& drawing) {
@@ -44,8 +44,9 @@ void moveComponent(const Component& component, Point by, Drawing& drawing) {
 }
 
 /// Puts the boxes without lines in rows beside or below the rest, whichever wastes less.
-void placeAlone(const std::vector<int>& alone, std::vector<Size> sizes, Size rest,
-                const Spacing& spacing, Drawing& drawing) {
+/// "sizes" are those of the boxes with their loops.
+void placeAlone(const Graph& input, const std::vector<int>& alone, const std::vector<Size>& sizes,
+                Size rest, const Spacing& spacing, Drawing& drawing) {
   if (alone.empty()) return;
   double area = 0;
   for (const Size& size : sizes) area += (size.width + spacing.node) * (size.height + spacing.node);
@@ -73,7 +74,11 @@ void placeAlone(const std::vector<int>& alone, std::vector<Size> sizes, Size res
                      std::max(rest.height, t.at.y + block.height)};
     if (waste(whole, spacing.aspect) >= least) continue;
     least = waste(whole, spacing.aspect);
-    for (std::size_t i = 0; i < alone.size(); ++i) drawing.positions[alone[i]] = places[i] + t.at;
+    for (std::size_t i = 0; i < alone.size(); ++i) {
+      // Loops are above the box.
+      const double above = sizes[i].height - input.boxes[alone[i]].height;
+      drawing.positions[alone[i]] = places[i] + t.at + Point{0, above};
+    }
   }
 }
 
@@ -119,9 +124,10 @@ Drawing layered(const Graph& graph, const Spacing& wanted, const GoOn& goOn) {
     if (edge.source != edge.target) continue;
     const auto at = std::lower_bound(parts.alone.begin(), parts.alone.end(), edge.source);
     if (at == parts.alone.end() || *at != static_cast<int>(edge.source)) continue;
-    alone[static_cast<std::size_t>(at - parts.alone.begin())].width += room;
+    Size& size = alone[static_cast<std::size_t>(at - parts.alone.begin())];
+    size = {size.width + room, size.height + room};
   }
-  placeAlone(parts.alone, alone, extent(sizes, places), spacing, drawing);
+  placeAlone(input, parts.alone, alone, extent(sizes, places), spacing, drawing);
   drawLoops(input, room, drawing);
   return drawing;
 }

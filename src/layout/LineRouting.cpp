@@ -47,7 +47,7 @@ class Router {
         for (int row = m_graph.layer[arc.from]; row <= last; row += std::max(step, 1)) add(row, i);
       }
     });
-    double top = 0;
+    double top = loopsAbove(0);
     for (int row = 0; row < rows; ++row) {
       m_routing.rowTop.push_back(top);
       startLines(row, top);
@@ -96,6 +96,16 @@ class Router {
     return height;
   }
 
+  /// How far lines from boxes to themselves reach above a row: as far as beside the boxes, and a
+  /// little for what comes next.
+  [[nodiscard]] double loopsAbove(int row) const {
+    double most = 0;
+    for (const int node : m_graph.rows[row]) {
+      if (!m_graph.isBend(node)) most = std::max(most, m_component.room[node]);
+    }
+    return most > 0 ? most + m_spacing.node / 2 : 0;
+  }
+
   void startLines(int row, double top) {
     for (int i = 0; i < count(m_component.arcs); ++i) {
       const Arc& arc = m_component.arcs[i];
@@ -119,8 +129,10 @@ class Router {
     }
     const Tracks tracks = assignTracks(wires, m_spacing.node / 8);
     const double lead = 0.4 * m_spacing.layer;
-    const double trail = 0.25 * m_spacing.layer;
-    const double inner = m_spacing.layer - lead - trail;
+    const double plain = 0.25 * m_spacing.layer;
+    const bool isLast = row + 1 == count(m_graph.rows);
+    const double trail = isLast ? plain : std::max(plain, loopsAbove(row + 1));
+    const double inner = m_spacing.layer - lead - plain;
     const int gaps = std::max(1, tracks.count - 1);
     const double step = std::clamp(kRoomyChannel * m_spacing.layer / gaps, m_spacing.node / 8,
                                    std::max(inner / gaps, m_spacing.node / 4));
@@ -137,7 +149,8 @@ class Router {
       add(line, {tracks.detour[k], y(tracks.lowerTrack[k])});
       add(line, {wires[k].bottom, y(tracks.lowerTrack[k])});
     }
-    return std::max(m_spacing.layer, lead + step * (tracks.count - 1) + trail);
+    const double plainHeight = std::max(m_spacing.layer, lead + step * (tracks.count - 1) + plain);
+    return plainHeight + trail - plain;
   }
 
   const Component& m_component;

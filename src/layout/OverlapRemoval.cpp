@@ -83,8 +83,8 @@ class Remover {
     return true;
   }
 
-  /// Takes the boxes from the middle outwards and moves each that is still in the way to the nearest
-  /// free place; false when that takes too long.
+  /// Takes the boxes from the middle outwards and moves each that is still in the way to the
+  /// nearest free place; false when that takes too long.
   bool settle() {
     Point middle;
     double side = 0;

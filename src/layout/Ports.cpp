@@ -48,7 +48,7 @@ class Spreader {
   /// What lines from a box to itself take of its top side, at the right: they end there.
   [[nodiscard]] double loopsAt(int node) const {
     const double room = m_component.room[node];
-    return room > 0 ? std::min(0.5 * boxWidth(node), std::max(m_gap, 1.2 * room)) : 0;
+    return room > 0 ? std::min(0.5 * boxWidth(node), std::max(1.2 * m_gap, 0.8 * room)) : 0;
   }
 
   void spreadSide(bool bottom) {

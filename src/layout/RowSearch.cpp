@@ -33,6 +33,7 @@ class RowSearch {
   void run(std::int64_t work, const Step& step) {
     double least = m_ways.cost();
     bool isPlane = m_ways.crossings() == 0;
+    if (isPlane) work /= 4;
     LineWays::Order best = m_ways.order();
     while (m_ways.work() < work) {
       const double part = static_cast<double>(m_ways.work()) / static_cast<double>(work);

@@ -66,13 +66,13 @@ std::int64_t trunkWork(const Component& component) {
 
 bool isTree(const Component& component) { return count(component.arcs) == component.nodes() - 1; }
 
-/// So much search for better rows; trees are good as they are.
+/// So much search for better rows.
 std::int64_t searchWork(const Component& component) {
   constexpr int kMostNodes = 900;
-  constexpr std::int64_t kWorkPerNode = 500'000;
   constexpr std::int64_t kMostWork = 150'000'000;
-  if (component.nodes() > kMostNodes || isTree(component)) return 0;
-  return std::min(kMostWork, kWorkPerNode * component.nodes());
+  const std::int64_t nodes = component.nodes();
+  if (nodes > kMostNodes) return 0;
+  return std::min({kMostWork, 500'000 * nodes, 10'000 * nodes * nodes});
 }
 
 /// Layers that keep lines short, split where they are too wide, ordered by sweeps.

@@ -53,7 +53,8 @@ class Spreader {
 
   void drawApart() {
     const Rect whole = extent();
-    const double factor = std::sqrt(kSpreadLooseness * roomOf(m_order) / (whole.width * whole.height));
+    const double factor =
+        std::sqrt(kSpreadLooseness * roomOf(m_order) / (whole.width * whole.height));
     if (!(factor > 1)) return;
     for (Point& place : m_places) place = place * factor;
   }

@@ -123,6 +123,7 @@ TEST_F(ArrangeSelectedTest, leadsLinesAroundWhatStandsAndIsStable) {
     for (const char* code : {"%HIERARCHY%", "MATRIX", "SPRING"}) {
       SCOPED_TRACE(code + std::to_string(seed));
       draw(40, seed);
+      ASSERT_EQ(wrongLines(), "");
       select(5 + static_cast<int>(seed) * 2, 40);
       const auto before = places();
       control->Layout(code);

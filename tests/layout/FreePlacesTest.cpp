@@ -33,7 +33,7 @@ int overlaps(const Graph& graph, const Places& standing, const std::vector<Point
 
 TEST(PlacedAmong, keepsWhatStandsAndCoversNothing) {
   for (const std::uint64_t seed : {1, 2, 3}) {
-    const Graph graph = test::classDiagram(200, seed);
+    const Graph graph = test::classDiagram(70, seed);
     const Drawing before = layered(graph, kRoom);
     Places standing(before.positions.begin(), before.positions.end());
     double joined = 0;
