@@ -12,7 +12,7 @@ namespace brisel::layout {
 namespace {
 
 /// Up to so many boxes a person sees each crossing.
-constexpr int kSeen = 1000;
+constexpr int kSeen = 999;
 
 /// The room that each loop needs beside its box, besides the gap to the next one.
 double loopRoom(const Spacing& spacing) { return 0.6 * spacing.node; }

@@ -67,29 +67,29 @@ std::int64_t trunkWork(const Component& component) {
 bool isTree(const Component& component) { return count(component.arcs) == component.nodes() - 1; }
 
 /// So much search for better rows.
-std::int64_t searchWork(const Component& component) {
+std::int64_t searchWork(const Component& component, bool isSeen) {
   constexpr int kMostNodes = 900;
   constexpr std::int64_t kMostWork = 150'000'000;
   const std::int64_t nodes = component.nodes();
-  if (nodes > kMostNodes) return 0;
+  if (!isSeen || nodes > kMostNodes) return 0;
   return std::min({kMostWork, 500'000 * nodes, 10'000 * nodes * nodes});
 }
 
 /// Layers that keep lines short, split where they are too wide, ordered by sweeps.
-Sketch sketchBySweeps(Component component, const Spacing& spacing) {
+Sketch sketchBySweeps(Component component, const Spacing& spacing, bool isSeen) {
   removeCycles(component);
   std::vector<int> layer = layersOf(component);
   splitWideLayers(component, spacing, layer);
   LayeredGraph graph = withBends(component, layer);
   reduceCrossings(graph);
-  searchRows(component, graph, spacing, 1, searchWork(component));
+  searchRows(component, graph, spacing, 1, searchWork(component, isSeen));
   siftTrunks(component, graph, trunkWork(component));
   return draw(std::move(component), std::move(graph), spacing);
 }
 
 /// Layers and a first order from a placement in a grid. Pre: inheritance is acyclic.
-Sketch sketchByPlacement(Component component, const Spacing& spacing, std::uint64_t seed,
-                         const Step& step) {
+Sketch sketchByPlacement(Component component, const Spacing& spacing, bool isSeen,
+                         std::uint64_t seed, const Step& step) {
   const Grid grid = placeOnGrid(component, spacing, seed, part(step, 0, 0.5));
   const std::vector<int> layer = layersFrom(component, grid);
   std::vector<double> place;
@@ -98,7 +98,7 @@ Sketch sketchByPlacement(Component component, const Spacing& spacing, std::uint6
   LayeredGraph graph = withBends(component, layer, place);
   orderRows(component, place, graph);
   siftRows(graph, kSiftingWork, part(step, 0.5, 0.7));
-  searchRows(component, graph, spacing, seed, searchWork(component), part(step, 0.7, 0.9));
+  searchRows(component, graph, spacing, seed, searchWork(component, isSeen), part(step, 0.7, 0.9));
   siftTrunks(component, graph, trunkWork(component));
   return draw(std::move(component), std::move(graph), spacing);
 }
@@ -146,23 +146,23 @@ Sketch bestSketch(const Component& component, const Spacing& spacing, bool isSee
   Component acyclic = component;
   breakInheritanceCycles(acyclic);
   if (!isSmall && !isTree(component)) {
-    return sketchByPlacement(std::move(acyclic), spacing, 1, step);
+    return sketchByPlacement(std::move(acyclic), spacing, isSeen, 1, step);
   }
-  Sketch best = sketchBySweeps(component, spacing);
+  Sketch best = sketchBySweeps(component, spacing, isSeen);
   if (isTree(component) && best.offShape == 1 && best.crossings == 0) return best;
 
   const auto offer = [&](Sketch next) {
     if (next.isBetterThan(best)) best = std::move(next);
   };
   if (!isSmall) {
-    offer(sketchByPlacement(std::move(acyclic), spacing, 1, step));
+    offer(sketchByPlacement(std::move(acyclic), spacing, isSeen, 1, step));
     return best;
   }
   constexpr int kFewestTries = 4;
   constexpr int kMostTries = 8;
   const int tries = std::clamp(1500 / std::max(nodes, arcs), kFewestTries, kMostTries);
   const auto sketchTry = [&](int k, const Step& told) {
-    return sketchByPlacement(acyclic, spacing, static_cast<std::uint64_t>(k) + 1, told);
+    return sketchByPlacement(acyclic, spacing, isSeen, static_cast<std::uint64_t>(k) + 1, told);
   };
   // Several at a time; which one is taken does not depend on how many.
   const int cores =

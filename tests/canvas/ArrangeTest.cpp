@@ -107,6 +107,8 @@ TEST_F(ArrangeTest, theSelectionAloneIsLaidOutWhenItIsSome) {
 
 TEST_F(ArrangeTest, whatIsCancelledStaysAsItWas) {
   control->patience(std::chrono::milliseconds(0));
+  std::string hint;
+  const auto hinted = control->Hint.connect([&](const std::string& text) { hint = text; });
   for (const char* code : {"%HIERARCHY%", "SPRING"}) {
     SCOPED_TRACE(code);
     control->Layout("RANDOM");
@@ -120,7 +122,9 @@ TEST_F(ArrangeTest, whatIsCancelledStaysAsItWas) {
       EXPECT_FALSE(shell->isShown);
       if (asked < stopAt) break;
       ASSERT_EQ(test::describe(*control), before) << "stopped at the question " << stopAt;
+      ASSERT_NE(hint.find("cancelled"), std::string::npos);
     }
+    EXPECT_EQ(hint, "Laid out the diagram");
     EXPECT_NE(test::describe(*control), before) << "and at last not stopped";
   }
 }
