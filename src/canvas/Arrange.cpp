@@ -106,6 +106,7 @@ layout::Spacing spacingFor(const Scene& scene, const std::vector<Ref<Link>>& lin
     }
   }
   if (!any && ends == 0) return spacing;
+  spacing.alone = spacing.node;
   const double lines = 2 * (kTextGap + highest) + scene.textFont().lineHeight() + 3 * kTextHeadGap;
   spacing.layer = std::max(kLeastLayerGap, lines);
   if (ends > 0) spacing.node = std::clamp(width / ends, spacing.node, kMostNodeGap);

@@ -49,7 +49,9 @@ void placeAlone(const Graph& input, const std::vector<int>& alone, const std::ve
                 Size rest, const Spacing& spacing, Drawing& drawing) {
   if (alone.empty()) return;
   double area = 0;
-  for (const Size& size : sizes) area += (size.width + spacing.node) * (size.height + spacing.node);
+  for (const Size& size : sizes) {
+    area += (size.width + spacing.alone) * (size.height + spacing.alone);
+  }
   const bool any = rest.height > 0;
   struct Try {
     double width;
@@ -68,7 +70,7 @@ void placeAlone(const Graph& input, const std::vector<int>& alone, const std::ve
   }
   double least = INFINITY;
   for (const Try& t : tries) {
-    const std::vector<Point> places = shelved(sizes, spacing.node, t.width);
+    const std::vector<Point> places = shelved(sizes, spacing.alone, t.width);
     const Size block = extent(sizes, places);
     const Size whole{std::max(rest.width, t.at.x + block.width),
                      std::max(rest.height, t.at.y + block.height)};

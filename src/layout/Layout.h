@@ -35,6 +35,7 @@ struct Spacing {
   double node = 600;    ///< between neighbours in a row
   double layer = 900;   ///< between rows
   double aspect = 1.6;  ///< width by height that the whole should have
+  double alone = 0;     ///< between boxes without lines, in a layered drawing; 0: as "node"
 };
 
 struct Drawing {

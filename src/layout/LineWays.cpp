@@ -32,8 +32,8 @@ LineWays::LineWays(const Component& component, const LayeredGraph& graph, const 
       m_left(graph.rows.size()),
       m_gaps(graph.rows.size()),
       m_reached(graph.rows.size()),
-      m_signs(m_place.size(), 1) {
-  m_signs.resize(2 * m_place.size(), -1);
+      m_signs(component.boxes.size() + component.arcs.size(), 1) {
+  m_signs.resize(2 * m_signs.size(), -1);
   m_order.row.assign(graph.layer.begin(), graph.layer.begin() + component.nodes());
   m_order.rows.resize(graph.rows.size());
   std::vector<std::vector<int>> linesAt(graph.layer.size());
@@ -257,7 +257,7 @@ void LineWays::passStart(int end) {
 
 /// A line that was right comes to be left.
 void LineWays::pass(int end) {
-  const float* sign = m_signs.data() + (m_place.size() - static_cast<std::size_t>(end) - 1);
+  const float* sign = m_signs.data() + (m_signs.size() / 2 - static_cast<std::size_t>(end) - 1);
   float* crossed = m_crossed.data();
   const std::size_t slots = m_crossed.size();
   for (std::size_t j = 0; j < slots; ++j) crossed[j] += sign[j];

@@ -47,8 +47,9 @@ Graph checked(const Graph& graph) {
 
 Spacing checked(const Spacing& spacing) {
   const Spacing usual;
-  return {above(spacing.node, usual.node), above(spacing.layer, usual.layer),
-          std::clamp(above(spacing.aspect, usual.aspect), 0.01, 100.0)};
+  const double node = above(spacing.node, usual.node);
+  return {node, above(spacing.layer, usual.layer),
+          std::clamp(above(spacing.aspect, usual.aspect), 0.01, 100.0), above(spacing.alone, node)};
 }
 
 std::vector<Point> loop(const Rect& box, int rank, double gap) {
