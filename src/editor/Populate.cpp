@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <exception>
 #include <map>
 #include <set>
 #include <string>
@@ -193,7 +194,7 @@ void CLSEditor::layoutHierarchically() {
     m_diagram->Layout(kHierarchy);
     if (isStacked()) m_diagram->Layout("MATRIX");  // the first layout of all was cancelled
     m_diagram->refresh();
-  } catch (const platform::Error&) {
+  } catch (const std::exception&) {  // want of memory too
     const std::string answer = m_registry.shell().showMessage(
         {"Brisel",
          "There were some problems layouting this diagram due to its complexity. "

@@ -1,4 +1,5 @@
 #include <cmath>
+#include <new>
 
 #include <gtest/gtest.h>
 
@@ -288,8 +289,7 @@ class FailingCanvas : public canvas::DiagramControl {
  public:
   using canvas::DiagramControl::DiagramControl;
   void Layout(std::string_view code) override {
-    if (code == "%HIERARCHY%")
-      throw platform::Error(platform::ErrorNumber::invalidCall, "too much");
+    if (code == "%HIERARCHY%") throw std::bad_alloc();
     canvas::DiagramControl::Layout(code);
   }
 };
