@@ -138,11 +138,15 @@ layout::Drawing drawAll(const Model& model, const layout::Spacing& spacing, std:
 }
 
 /// What brings the upper left corner of everything drawn to where diagrams begin.
-Point shiftOf(const layout::Drawing& drawing) {
+Point shiftOf(const Model& model, const layout::Drawing& drawing) {
   if (drawing.positions.empty()) return {};
   Point low = drawing.positions.front();
   const auto take = [&low](Point p) { low = {std::min(low.x, p.x), std::min(low.y, p.y)}; };
   for (const Point p : drawing.positions) take(p);
+  const layout::Outlines outlines = outlinesOf(model.nodes);
+  for (std::size_t i = 0; i < outlines.size(); ++i) {
+    take(drawing.positions[i] + outlines[i].topLeft());
+  }
   for (const auto& line : drawing.lines) {
     for (const Point p : line) take(p);
   }
@@ -214,7 +218,7 @@ std::vector<std::string> arrange(Scene& scene, std::string_view code, std::uint6
   const layout::Drawing drawing = drawAll(model, spacingFor(scene, model.links), code, seed, goOn);
   checkUnchanged(scene, revision);
   const Scene::Update update(&scene);
-  return apply(model, drawing, shiftOf(drawing), code == "%HIERARCHY%");
+  return apply(model, drawing, shiftOf(model, drawing), code == "%HIERARCHY%");
 }
 
 namespace {
@@ -228,8 +232,11 @@ Point cornerOf(const std::vector<Rect>& boxes) {
   return corner;
 }
 
-/// Lines may use a part of the margin between the corner and the canvas's border.
-Point lineCornerOf(Point corner) { return corner - kCorner * 0.75; }
+/// Lines may use a part of the margin between the corner and the canvas's border, at 0.
+Point lineCornerOf(Point corner) {
+  const Point margin = corner - kCorner * 0.75;
+  return {std::max(margin.x, std::min(0.0, corner.x)), std::max(margin.y, std::min(0.0, corner.y))};
+}
 
 layout::Drawing drawPart(const layout::Part& part, std::string_view code, std::uint64_t seed,
                          const layout::GoOn& goOn) {

@@ -228,12 +228,13 @@ void LineWays::measure(Gap& gap, int row) {
       gap.length += std::abs(middle(row, place) - middle(row + 1, end));
     }
   }
-  m_work += lines * lines / 4;
+  m_work += std::int64_t{lines} * lines / 4;
   gap.isMeasured = true;
 }
 
 double LineWays::cost() {
   double sum = double{kCrossing} * crossings();
+  m_work += rows();
   for (const Gap& gap : m_gaps) sum += gap.length + double{kDown} * count(gap.lines);
   return sum;
 }

@@ -23,6 +23,8 @@ class RowSearch {
         add(component.arcs[i].to, i);
       }
     });
+    m_isBarred.resize(ways.rows(), false);
+    m_costs.resize(ways.rows());
     m_width.resize(ways.rows(), 0);
     m_boxes.resize(ways.rows(), 0);
     for (int n = 0; n < component.nodes(); ++n) enter(n, 1);
@@ -40,9 +42,10 @@ class RowSearch {
       if (step) step(part);
       m_temperature = kHot * std::pow(kCold / kHot, part);
       reinsert(m_numbers.below(m_component.nodes()));
-      if (m_ways.cost() >= least || (isPlane && m_ways.crossings() > 0)) continue;
+      const double cost = m_ways.cost();
+      if (cost >= least || (isPlane && m_ways.crossings() > 0)) continue;
       isPlane = m_ways.crossings() == 0;
-      least = m_ways.cost();
+      least = cost;
       best = m_ways.order();
     }
     m_ways.restore(std::move(best));
@@ -126,8 +129,7 @@ class RowSearch {
 
   /// What all lines of a box cost in each slot; rows of its neighbours are barred.
   void sumCosts(int box, Range range) {
-    m_isBarred.assign(m_ways.rows(), false);
-    m_costs.resize(m_ways.rows());
+    for (int row = range.first; row < range.end; ++row) m_isBarred[row] = false;
     for (int row = range.first; row < range.end; ++row) {
       m_costs[row].assign(m_ways.order().rows[row].size() + 1, 0);
     }

@@ -1,7 +1,9 @@
 #include "layout/Sketch.h"
 
 #include <algorithm>
+#include <atomic>
 #include <future>
+#include <system_error>
 #include <thread>
 #include <tuple>
 #include <utility>
@@ -28,6 +30,9 @@ constexpr double kOffShape = 3;
 /// The shape of so small a component matters little to the whole.
 constexpr int kShapeless = 20;
 constexpr int kMostCores = 4;
+/// Shares of the time at which the tries begin and end.
+constexpr double kSweepsShare = 0.15;
+constexpr double kPolishShare = 0.9;
 constexpr std::int64_t kSiftingWork = 800'000'000;
 
 /// What a part of the work from one share to another tells.
@@ -69,20 +74,21 @@ bool isTree(const Component& component) { return count(component.arcs) == compon
 /// So much search for better rows.
 std::int64_t searchWork(const Component& component, bool isSeen) {
   constexpr int kMostNodes = 900;
+  constexpr int kMostArcs = 3000;
   constexpr std::int64_t kMostWork = 150'000'000;
   const std::int64_t nodes = component.nodes();
-  if (!isSeen || nodes > kMostNodes) return 0;
+  if (!isSeen || nodes > kMostNodes || count(component.arcs) > kMostArcs) return 0;
   return std::min({kMostWork, 500'000 * nodes, 10'000 * nodes * nodes});
 }
 
 /// Layers that keep lines short, split where they are too wide, ordered by sweeps.
-Sketch sketchBySweeps(Component component, const Spacing& spacing, bool isSeen) {
+Sketch sketchBySweeps(Component component, const Spacing& spacing, bool isSeen, const Step& step) {
   removeCycles(component);
   std::vector<int> layer = layersOf(component);
   splitWideLayers(component, spacing, layer);
   LayeredGraph graph = withBends(component, layer);
   reduceCrossings(graph);
-  searchRows(component, graph, spacing, 1, searchWork(component, isSeen));
+  searchRows(component, graph, spacing, 1, searchWork(component, isSeen), step);
   siftTrunks(component, graph, trunkWork(component));
   return draw(std::move(component), std::move(graph), spacing);
 }
@@ -104,7 +110,7 @@ Sketch sketchByPlacement(Component component, const Spacing& spacing, bool isSee
 }
 
 /// Exchanges neighbours of a row while the drawing gets better by that.
-void polish(Sketch& sketch, const Spacing& spacing) {
+void polish(Sketch& sketch, const Spacing& spacing, const Step& step) {
   constexpr int kMostNodes = 100'000;
   int drawn = 0;
   for (bool any = true; any && sketch.crossings > 0;) {
@@ -115,6 +121,7 @@ void polish(Sketch& sketch, const Spacing& spacing) {
         std::swap(graph.rows[row][i], graph.rows[row][i + 1]);
         graph.numberRow(row);
         drawn += graph.nodes();
+        if (step) step(static_cast<double>(drawn) / kMostNodes);
         Sketch next = draw(sketch.component, std::move(graph), spacing);
         if (!next.isBetterThan(sketch)) continue;
         sketch = std::move(next);
@@ -123,6 +130,31 @@ void polish(Sketch& sketch, const Spacing& spacing) {
     }
   }
 }
+
+/// Tries beside the one that tells how far it is. Those that are not wanted any more end soon.
+class Others {
+ public:
+  ~Others() { m_isOver = true; }
+
+  template <class Try>
+  void start(Try&& sketchTry) {
+    const auto run = [this, sketchTry] {
+      return sketchTry([this](double) {
+        if (m_isOver) throw Cancelled();
+      });
+    };
+    try {
+      m_sketches.push_back(std::async(std::launch::async, run));
+    } catch (const std::system_error&) {  // no thread to be had: when it is asked for
+      m_sketches.push_back(std::async(std::launch::deferred, run));
+    }
+  }
+  [[nodiscard]] std::vector<std::future<Sketch>>& sketches() { return m_sketches; }
+
+ private:
+  std::atomic<bool> m_isOver = false;
+  std::vector<std::future<Sketch>> m_sketches;
+};
 
 }  // namespace
 
@@ -148,7 +180,7 @@ Sketch bestSketch(const Component& component, const Spacing& spacing, bool isSee
   if (!isSmall && !isTree(component)) {
     return sketchByPlacement(std::move(acyclic), spacing, isSeen, 1, step);
   }
-  Sketch best = sketchBySweeps(component, spacing, isSeen);
+  Sketch best = sketchBySweeps(component, spacing, isSeen, part(step, 0, kSweepsShare));
   if (isTree(component) && best.offShape == 1 && best.crossings == 0) return best;
 
   const auto offer = [&](Sketch next) {
@@ -164,20 +196,22 @@ Sketch bestSketch(const Component& component, const Spacing& spacing, bool isSee
   const auto sketchTry = [&](int k, const Step& told) {
     return sketchByPlacement(acyclic, spacing, isSeen, static_cast<std::uint64_t>(k) + 1, told);
   };
+  const auto shareOf = [tries](int k) {
+    return kSweepsShare + (kPolishShare - kSweepsShare) * k / tries;
+  };
   // Several at a time; which one is taken does not depend on how many.
   const int cores =
       std::clamp(static_cast<int>(std::thread::hardware_concurrency()), 1, kMostCores);
   for (int k = 0; k < tries; k += cores) {
     const int end = std::min(k + cores, tries);
-    std::vector<std::future<Sketch>> others;
+    Others others;
     for (int other = k + 1; other < end; ++other) {
-      others.push_back(std::async(std::launch::async, sketchTry, other, Step()));
+      others.start([&, other](const Step& told) { return sketchTry(other, told); });
     }
-    offer(
-        sketchTry(k, part(step, static_cast<double>(k) / tries, static_cast<double>(end) / tries)));
-    for (auto& other : others) offer(other.get());
+    offer(sketchTry(k, part(step, shareOf(k), shareOf(end))));
+    for (auto& other : others.sketches()) offer(other.get());
   }
-  polish(best, spacing);
+  polish(best, spacing, part(step, kPolishShare, 1));
   return best;
 }
 

@@ -10,6 +10,10 @@ namespace {
 /// Rows come out wider than their boxes, since these stand below each other where lines join them.
 constexpr double kWideLooseness = 1.15;
 
+/// The families of few boxes are rather left in one row than split, up to so many times the wanted
+/// width: they matter less to the shape of the whole.
+double borne(int boxes) { return boxes <= 20 ? 2.5 : boxes <= 60 ? 1.8 : 1; }
+
 struct Extent {
   double width = 0;
   double height = 0;
@@ -78,7 +82,7 @@ class Splitter {
   [[nodiscard]] bool fits(double most) const {
     double height = 0;
     for (const Extent& e : m_layers) height += e.height * parts(e, most);
-    return most <= height * m_spacing.aspect;
+    return most <= borne(m_component.nodes()) * height * m_spacing.aspect;
   }
 
   /// Small for nodes that should go to the upper part of their layer.

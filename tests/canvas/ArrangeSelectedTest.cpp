@@ -77,6 +77,11 @@ class ArrangeSelectedTest : public testing::Test, protected test::DiagramBuilder
         }
       }
     }
+    for (const Link& link : scene().links()) {
+      for (const Point p : link.points()) {
+        if (p.x < 0 || p.y < 0) wrong += link.key() + " off the canvas\n";
+      }
+    }
     return wrong;
   }
   /// Slanting pieces, and pairs of pieces of unrelated lines that lie on each other.
@@ -123,7 +128,7 @@ TEST_F(ArrangeSelectedTest, leadsLinesAroundWhatStandsAndIsStable) {
     for (const char* code : {"%HIERARCHY%", "MATRIX", "SPRING"}) {
       SCOPED_TRACE(code + std::to_string(seed));
       draw(40, seed);
-      ASSERT_EQ(wrongLines(), "");
+      ASSERT_EQ(wrongBoxes() + wrongLines(), "");
       select(5 + static_cast<int>(seed) * 2, 40);
       const auto before = places();
       control->Layout(code);

@@ -133,6 +133,16 @@ TEST(LineWays, countsWhatLeavesASuperClassBetweenItsSubClasses) {
   EXPECT_EQ(crossed({1, 2, 3, 5, 4}), 1);
 }
 
+TEST(RowSearch, endsInTimeHoweverManyRowsAndLinesThereAre) {
+  Rows chain = rowsOf(test::chain(500));
+  int told = 0;
+  searchRows(chain.component, chain.graph, kUsual, 1, 1'000'000, [&](double) { ++told; });
+  EXPECT_LT(told, 1'000) << "a look at all rows counts as work";
+  Rows bundle = rowsOf(test::severalBetweenTwo(47'000, 0));
+  searchRows(bundle.component, bundle.graph, kUsual, 1, 100'000);
+  EXPECT_EQ(crossings(bundle.graph), 0);
+}
+
 TEST(RowSearch, keepsWhatRowsMustBe) {
   for (std::uint64_t seed = 1; seed < 5; ++seed) {
     Rows rows = rowsOf(test::classDiagram(50, seed));

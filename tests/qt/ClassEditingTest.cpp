@@ -138,8 +138,11 @@ TEST_F(ClassEditingTest, changesAndDeletesTheAttributeOfTheSelectedRow) {
   EXPECT_EQ(attributes(), "number:Text") << "the entry behind the one that was selected";
   // Where the desktop takes its time to close the list, it would have the next key.
   const auto& types = shown.findChild<ComboWidget*>("AttributeType")->list();
-  ASSERT_TRUE(WindowBench::waitFor([&] { return !types.isVisible() && keyboard() == "Type"; }));
+  ASSERT_TRUE(WindowBench::waitFor([&] {
+    return !types.isVisible() && keyboard() == "Type" && shown.window()->isActiveWindow();
+  }));
   WindowBench::press(Qt::Key_N, Qt::AltModifier);
+  ASSERT_EQ(keyboard(), "Name");
   WindowBench::press(Qt::Key_A, Qt::ControlModifier);
   WindowBench::write("other");
   WindowBench::press(Qt::Key_Return);
