@@ -87,7 +87,7 @@ class Placer {
           weight += w;
         }
       };
-      add(m_graph.above, pullAbove);
+      add(m_graph.above, pullAbove * m_gaps.up);
       add(m_graph.below, pullBelow);
       if (weight == 0) {
         weight = 0.01;

@@ -8,8 +8,9 @@ namespace brisel::layout {
 
 /// Room beside the nodes of one row.
 struct RowGaps {
-  double box;   ///< between two boxes
-  double line;  ///< between two lines, or a line and a box
+  double box;     ///< between two boxes
+  double line;    ///< between two lines, or a line and a box
+  double up = 1;  ///< how strongly a node is pulled to what is above it, beside 1 to what is below
 };
 
 /// The x of the middle of every node.

@@ -41,11 +41,15 @@ Step part(const Step& step, double from, double to) {
   return [&step, from, to](double share) { step(from + (to - from) * std::min(1.0, share)); };
 }
 
+bool isTree(const Component& component) { return count(component.arcs) == component.nodes() - 1; }
+
 Sketch draw(Component component, LayeredGraph graph, const Spacing& spacing) {
   std::vector<double> width = component.width;
   width.resize(graph.layer.size(), 0);
   Sketch result;
-  result.x = placeInRows(graph, width, {spacing.node, spacing.node / 2});
+  // In a tree what is above stands in the middle over what is below.
+  const double up = isTree(component) ? 0.2 : 1;
+  result.x = placeInRows(graph, width, {spacing.node, spacing.node / 2, up});
   result.routing = routeLines(component, graph, result.x, spacing);
   for (int n = 0; n < component.nodes(); ++n) {
     result.width = std::max(result.width, result.x[n] + component.width[n] / 2);
@@ -68,8 +72,6 @@ Sketch draw(Component component, LayeredGraph graph, const Spacing& spacing) {
 std::int64_t trunkWork(const Component& component) {
   return component.nodes() <= kFew ? 20'000'000 : 0;
 }
-
-bool isTree(const Component& component) { return count(component.arcs) == component.nodes() - 1; }
 
 /// So much search for better rows.
 std::int64_t searchWork(const Component& component, bool isSeen) {

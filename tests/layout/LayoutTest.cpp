@@ -170,6 +170,21 @@ TEST(Layered, DrawsTreesWithoutCrossings) {
   }
 }
 
+TEST(Layered, SmallFamiliesStandInOneRowUnderTheMiddleOfTheirSuperClass) {
+  Graph tree = test::isolated(15);
+  for (Size& box : tree.boxes) box = {150, 90};
+  for (std::size_t i = 1; i < 15; ++i) {
+    tree.edges.push_back({i, (i - 1) / 2, EdgeKind::generalization});
+  }
+  const Drawing drawing = layered(tree, kSpacing);
+  for (std::size_t i = 0; i < 7; ++i) {
+    const Point left = drawing.positions[2 * i + 1];
+    const Point right = drawing.positions[2 * i + 2];
+    EXPECT_EQ(left.y, right.y);
+    EXPECT_NEAR((left.x + right.x) / 2, drawing.positions[i].x, 40);
+  }
+}
+
 TEST(Layered, LoopsAndLinesBetweenTheSameBoxesStayApart) {
   const Graph graph = test::severalBetweenTwo(20, 10);
   const Drawing drawing = layered(graph, kSpacing);
