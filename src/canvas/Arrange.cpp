@@ -124,10 +124,10 @@ layout::Drawing draw(const layout::Graph& graph, const layout::Spacing& spacing,
 
 /// The same of a whole diagram, where styles other than the hierarchy know nothing of lines from a
 /// box to itself: they are handed the outlines.
-layout::Drawing drawAll(const Model& model, const layout::Spacing& spacing, std::string_view code,
-                        std::uint64_t seed, const layout::GoOn& goOn) {
+layout::Drawing drawAll(const Model& model, const layout::Outlines& outlines,
+                        const layout::Spacing& spacing, std::string_view code, std::uint64_t seed,
+                        const layout::GoOn& goOn) {
   if (code == "%HIERARCHY%") return draw(model.graph, spacing, code, seed, goOn);
-  const layout::Outlines outlines = outlinesOf(model.nodes);
   layout::Graph graph = model.graph;
   for (std::size_t i = 0; i < outlines.size(); ++i) graph.boxes[i] = outlines[i].size();
   layout::Drawing drawing = draw(graph, spacing, code, seed, goOn);
@@ -138,12 +138,10 @@ layout::Drawing drawAll(const Model& model, const layout::Spacing& spacing, std:
 }
 
 /// What brings the upper left corner of everything drawn to where diagrams begin.
-Point shiftOf(const Model& model, const layout::Drawing& drawing) {
+Point shiftOf(const layout::Outlines& outlines, const layout::Drawing& drawing) {
   if (drawing.positions.empty()) return {};
   Point low = drawing.positions.front();
   const auto take = [&low](Point p) { low = {std::min(low.x, p.x), std::min(low.y, p.y)}; };
-  for (const Point p : drawing.positions) take(p);
-  const layout::Outlines outlines = outlinesOf(model.nodes);
   for (std::size_t i = 0; i < outlines.size(); ++i) {
     take(drawing.positions[i] + outlines[i].topLeft());
   }
@@ -215,10 +213,12 @@ std::vector<std::string> arrange(Scene& scene, std::string_view code, std::uint6
                                  const layout::GoOn& goOn) {
   const std::uint64_t revision = scene.geometryRevision();
   const Model model(allOf(scene));
-  const layout::Drawing drawing = drawAll(model, spacingFor(scene, model.links), code, seed, goOn);
+  const layout::Outlines outlines = outlinesOf(model.nodes);
+  const layout::Drawing drawing =
+      drawAll(model, outlines, spacingFor(scene, model.links), code, seed, goOn);
   checkUnchanged(scene, revision);
   const Scene::Update update(&scene);
-  return apply(model, drawing, shiftOf(model, drawing), code == "%HIERARCHY%");
+  return apply(model, drawing, shiftOf(outlines, drawing), code == "%HIERARCHY%");
 }
 
 namespace {

@@ -47,8 +47,9 @@ class BilayerCounter {
 
 class Sweeper {
  public:
-  explicit Sweeper(LayeredGraph& graph)
+  Sweeper(LayeredGraph& graph, const Step& step)
       : m_graph(graph),
+        m_step(step),
         m_sifter(graph),
         m_numbers(1),
         m_key(graph.layer.size()),
@@ -113,7 +114,11 @@ class Sweeper {
   }
 
   /// Bounds the work, not the time, so that the same graph always ends the same.
-  [[nodiscard]] bool hasTime() const { return m_work + m_sifter.work() < m_most; }
+  [[nodiscard]] bool hasTime() const {
+    const std::int64_t work = m_work + m_sifter.work();
+    if (m_step) m_step(static_cast<double>(work) / static_cast<double>(m_most));
+    return work < m_most;
+  }
 
   void keepIfBest(std::int64_t now) {
     if (now >= m_least) return;
@@ -227,6 +232,7 @@ class Sweeper {
   }
 
   LayeredGraph& m_graph;
+  const Step& m_step;
   Sifter m_sifter;
   Numbers m_numbers;
   std::int64_t m_least = 0;
@@ -248,6 +254,6 @@ std::int64_t crossings(const LayeredGraph& graph) {
   return sum;
 }
 
-void reduceCrossings(LayeredGraph& graph) { Sweeper(graph).run(); }
+void reduceCrossings(LayeredGraph& graph, const Step& step) { Sweeper(graph, step).run(); }
 
 }  // namespace brisel::layout

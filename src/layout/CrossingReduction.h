@@ -3,6 +3,7 @@
 #include <cstdint>
 
 #include "layout/LayerGraph.h"
+#include "layout/Progress.h"
 
 namespace brisel::layout {
 
@@ -17,6 +18,6 @@ namespace brisel::layout {
 /// system structures, 1981) with exchanges of neighbours, then sifting until a round gains less
 /// than a small share; both again from disturbed and from shuffled rows while a bound on the work,
 /// which grows with the graph, allows.
-void reduceCrossings(LayeredGraph& graph);
+void reduceCrossings(LayeredGraph& graph, const Step& step = {});
 
 }  // namespace brisel::layout

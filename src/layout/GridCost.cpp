@@ -7,12 +7,7 @@ GridCost::GridCost(const Component& component, float across, float down, int row
   const auto roleOf = [](const Arc& arc, bool from) {
     return !arc.inheritance ? plain : from ? super : sub;
   };
-  const Adjacency arcs = makeAdjacency(component.nodes(), [&](auto&& add) {
-    for (int i = 0; i < count(component.arcs); ++i) {
-      add(component.arcs[i].from, i);
-      add(component.arcs[i].to, i);
-    }
-  });
+  const Adjacency arcs = linesAtNodes(component);
   m_first = arcs.first;
   for (int node = 0; node < component.nodes(); ++node) {
     for (const int i : arcs.of(node)) {

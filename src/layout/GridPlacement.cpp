@@ -180,12 +180,7 @@ class Annealer {
     m_cost.forbid();
     GridLines lines(m_component, m_grid.rows());
     for (int i = 0; i < count(m_component.arcs); ++i) lines.put(m_grid, i);
-    m_lines = makeAdjacency(m_component.nodes(), [&](auto&& add) {
-      for (int i = 0; i < count(m_component.arcs); ++i) {
-        add(m_component.arcs[i].from, i);
-        add(m_component.arcs[i].to, i);
-      }
-    });
+    m_lines = linesAtNodes(m_component);
     const auto moves = static_cast<int>(nodes * std::min(1000.0, 40 * nodes) / kCoolings) + 1;
     for (int i = 0; i < kCoolings; ++i) {
       const double part = i / (kCoolings - 1.0);

@@ -69,6 +69,16 @@ struct Component {
   [[nodiscard]] int nodes() const { return count(boxes); }
 };
 
+/// The lines at every node.
+[[nodiscard]] inline Adjacency linesAtNodes(const Component& component) {
+  return makeAdjacency(component.nodes(), [&](auto&& add) {
+    for (int i = 0; i < count(component.arcs); ++i) {
+      add(component.arcs[i].from, i);
+      add(component.arcs[i].to, i);
+    }
+  });
+}
+
 /// A graph all of whose lines join neighbouring layers. Nodes up to "boxes" are boxes, those above
 /// are bends of long lines; the bends of one line are numbered in sequence from top to bottom.
 /// Lines of one trunk may share bends.
@@ -83,6 +93,11 @@ struct LayeredGraph {
 
   [[nodiscard]] int nodes() const { return count(layer); }
   [[nodiscard]] bool isBend(int node) const { return node >= boxes; }
+  /// The line passes layers and has no bends there.
+  [[nodiscard]] bool isLeftOut(const Component& component, int line) const {
+    const Arc& arc = component.arcs[line];
+    return firstBend[line] < 0 && layer[arc.to] - layer[arc.from] > 1;
+  }
   void numberRow(int row) {
     const auto& nodesOfRow = rows[row];
     for (int i = 0; i < count(nodesOfRow); ++i) position[nodesOfRow[i]] = i;

@@ -43,7 +43,7 @@ class Router {
         const Arc& arc = m_component.arcs[i];
         const int last = m_graph.layer[arc.to] - 1;
         // An arc that was left out turns in its first and its last channel only.
-        const int step = isLeftOut(i) ? last - m_graph.layer[arc.from] : 1;
+        const int step = m_graph.isLeftOut(m_component, i) ? last - m_graph.layer[arc.from] : 1;
         for (int row = m_graph.layer[arc.from]; row <= last; row += std::max(step, 1)) add(row, i);
       }
     });
@@ -62,11 +62,6 @@ class Router {
   }
 
  private:
-  [[nodiscard]] bool isLeftOut(int i) const {
-    const Arc& arc = m_component.arcs[i];
-    return m_graph.firstBend[i] < 0 && m_graph.layer[arc.to] - m_graph.layer[arc.from] > 1;
-  }
-
   /// Lines that were left out of the rows run down beside them.
   void placeLanes() {
     m_lane.assign(m_component.arcs.size(), 0);
@@ -75,7 +70,7 @@ class Router {
       lane = std::max(lane, m_x[n] + (m_graph.isBend(n) ? 0 : m_component.width[n] / 2));
     }
     for (int i = 0; i < count(m_component.arcs); ++i) {
-      if (isLeftOut(i)) m_lane[i] = lane += m_spacing.node / 4;
+      if (m_graph.isLeftOut(m_component, i)) m_lane[i] = lane += m_spacing.node / 4;
     }
   }
 
@@ -129,10 +124,8 @@ class Router {
     }
     const Tracks tracks = assignTracks(wires, m_spacing.node / 8);
     const double lead = 0.4 * m_spacing.layer;
-    const double plain = 0.25 * m_spacing.layer;
-    const bool isLast = row + 1 == count(m_graph.rows);
-    const double trail = isLast ? plain : std::max(plain, loopsAbove(row + 1));
-    const double inner = m_spacing.layer - lead - plain;
+    const double trail = 0.25 * m_spacing.layer;
+    const double inner = m_spacing.layer - lead - trail;
     const int gaps = std::max(1, tracks.count - 1);
     const double step = std::clamp(kRoomyChannel * m_spacing.layer / gaps, m_spacing.node / 8,
                                    std::max(inner / gaps, m_spacing.node / 4));
@@ -149,8 +142,9 @@ class Router {
       add(line, {tracks.detour[k], y(tracks.lowerTrack[k])});
       add(line, {wires[k].bottom, y(tracks.lowerTrack[k])});
     }
-    const double plainHeight = std::max(m_spacing.layer, lead + step * (tracks.count - 1) + plain);
-    return plainHeight + trail - plain;
+    const double height = std::max(m_spacing.layer, lead + step * (tracks.count - 1) + trail);
+    const bool isLast = row + 1 == count(m_graph.rows);
+    return isLast ? height : height + std::max(0.0, loopsAbove(row + 1) - trail);
   }
 
   const Component& m_component;

@@ -7,12 +7,11 @@
 namespace brisel::layout {
 namespace {
 
-/// Pixels that a crossing is worth, and a row that a line leads down.
-constexpr float kCrossing = 2000;
+/// Pixels that a row is worth that a line leads down.
 constexpr float kDown = 300;
 
 float priceOf(float known, float crossed, float from, float to) {
-  return known + kCrossing * crossed + std::abs(from - to);
+  return known + LineWays::kCrossing * crossed + std::abs(from - to);
 }
 
 /// Numbers of what is at each place become numbers of what is before it.
@@ -250,7 +249,7 @@ int LineWays::crossings() {
 
 /// A line that starts left of the one looked at is crossed to the slots up to its end; one that
 /// starts right of it, to those behind. Here a line that was right comes to be neither.
-void LineWays::passStart(int end) {
+void LineWays::leave(int end) {
   for (std::size_t j = static_cast<std::size_t>(end) + 1; j < m_crossed.size(); ++j) {
     m_crossed[j] -= 1;
   }
@@ -265,13 +264,13 @@ void LineWays::pass(int end) {
 }
 
 /// What a line from a slot, or from the node at a place, crosses.
-void LineWays::startLeft(const Ends& ends, int place, bool isNode) {
+void LineWays::countCrossed(const Ends& ends, int place, bool isNode) {
   m_crossed = ends.before;
   for (int i = 0; i < place; ++i) {
     for (const int end : ends.of.of(i)) pass(end);
   }
   if (!isNode) return;
-  for (const int end : ends.of.of(place)) passStart(end);
+  for (const int end : ends.of.of(place)) leave(end);
 }
 
 void LineWays::reach(int box, int line, int last) {
@@ -294,7 +293,7 @@ void LineWays::reach(int box, int line, int last) {
     };
     m_work += static_cast<std::int64_t>(slots) * (row == start ? 2 : 2 * count(m_left[row]));
     if (row == start) {
-      startLeft(ends, m_place[box], true);
+      countCrossed(ends, m_place[box], true);
       if (down) addTrunk(ends, m_place[box], line);
       weigh(0, middle(row, m_place[box]));
       continue;
@@ -339,7 +338,7 @@ void LineWays::lead(int line) {
   int at = m_place[lower];
   float x = middle(last, at);
   for (int row = last - 1; row > first; --row) {
-    startLeft(endsOf(row, false), at, row == last - 1);
+    countCrossed(endsOf(row, false), at, row == last - 1);
     at = cheapestSlot(row, x);
     x = m_left[row][at];
     slots[row - first] = at;

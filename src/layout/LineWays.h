@@ -14,6 +14,9 @@ namespace brisel::layout {
 /// the first before the first node.
 class LineWays {
  public:
+  /// Pixels that a crossing is worth.
+  static constexpr float kCrossing = 2000;
+
   /// Pre: "graph" are the ordered rows of the component, none of whose lines was left out.
   LineWays(const Component& component, const LayeredGraph& graph, const Spacing& spacing);
 
@@ -88,8 +91,8 @@ class LineWays {
   int trunkCrossings(const Ends& ends, int place);
   void addTrunk(const Ends& ends, int place, int line);
   void reach(int box, int line, int last);
-  void startLeft(const Ends& ends, int place, bool isNode);
-  void passStart(int end);
+  void countCrossed(const Ends& ends, int place, bool isNode);
+  void leave(int end);
   void pass(int end);
   int cheapestSlot(int row, float x) const;
 

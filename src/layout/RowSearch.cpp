@@ -17,12 +17,7 @@ class RowSearch {
  public:
   RowSearch(const Component& component, const Spacing& spacing, LineWays& ways, std::uint64_t seed)
       : m_component(component), m_gap(spacing.node), m_ways(ways), m_numbers(seed) {
-    m_lines = makeAdjacency(component.nodes(), [&](auto&& add) {
-      for (int i = 0; i < count(component.arcs); ++i) {
-        add(component.arcs[i].from, i);
-        add(component.arcs[i].to, i);
-      }
-    });
+    m_lines = linesAtNodes(component);
     m_isBarred.resize(ways.rows(), false);
     m_costs.resize(ways.rows());
     m_width.resize(ways.rows(), 0);
@@ -52,9 +47,8 @@ class RowSearch {
   }
 
  private:
-  /// In pixels. A crossing is worth 2000.
-  static constexpr double kHot = 4000;
-  static constexpr double kCold = 400;
+  static constexpr double kHot = 2 * LineWays::kCrossing;
+  static constexpr double kCold = 0.2 * LineWays::kCrossing;
   /// How much wider rows may get, and how far beyond its neighbours' rows a box may go.
   static constexpr double kWider = 1.3;
   static constexpr int kBeyond = 3;
@@ -129,8 +123,8 @@ class RowSearch {
 
   /// What all lines of a box cost in each slot; rows of its neighbours are barred.
   void sumCosts(int box, Range range) {
-    for (int row = range.first; row < range.end; ++row) m_isBarred[row] = false;
     for (int row = range.first; row < range.end; ++row) {
+      m_isBarred[row] = false;
       m_costs[row].assign(m_ways.order().rows[row].size() + 1, 0);
     }
     for (const int line : m_lines.of(box)) {
@@ -160,8 +154,7 @@ class RowSearch {
 
 bool isComplete(const Component& component, const LayeredGraph& graph) {
   for (int i = 0; i < count(component.arcs); ++i) {
-    const Arc& arc = component.arcs[i];
-    if (graph.firstBend[i] < 0 && graph.layer[arc.to] - graph.layer[arc.from] > 1) return false;
+    if (graph.isLeftOut(component, i)) return false;
   }
   return true;
 }

@@ -83,16 +83,22 @@ std::int64_t searchWork(const Component& component, bool isSeen) {
   return std::min({kMostWork, 500'000 * nodes, 10'000 * nodes * nodes});
 }
 
+/// What both ways to a first order have in common.
+Sketch finish(Component component, LayeredGraph graph, const Spacing& spacing, bool isSeen,
+              std::uint64_t seed, const Step& step) {
+  searchRows(component, graph, spacing, seed, searchWork(component, isSeen), step);
+  siftTrunks(component, graph, trunkWork(component));
+  return draw(std::move(component), std::move(graph), spacing);
+}
+
 /// Layers that keep lines short, split where they are too wide, ordered by sweeps.
 Sketch sketchBySweeps(Component component, const Spacing& spacing, bool isSeen, const Step& step) {
   removeCycles(component);
   std::vector<int> layer = layersOf(component);
   splitWideLayers(component, spacing, layer);
   LayeredGraph graph = withBends(component, layer);
-  reduceCrossings(graph);
-  searchRows(component, graph, spacing, 1, searchWork(component, isSeen), step);
-  siftTrunks(component, graph, trunkWork(component));
-  return draw(std::move(component), std::move(graph), spacing);
+  reduceCrossings(graph, part(step, 0, 0.5));
+  return finish(std::move(component), std::move(graph), spacing, isSeen, 1, part(step, 0.5, 1));
 }
 
 /// Layers and a first order from a placement in a grid. Pre: inheritance is acyclic.
@@ -106,9 +112,8 @@ Sketch sketchByPlacement(Component component, const Spacing& spacing, bool isSee
   LayeredGraph graph = withBends(component, layer, place);
   orderRows(component, place, graph);
   siftRows(graph, kSiftingWork, part(step, 0.5, 0.7));
-  searchRows(component, graph, spacing, seed, searchWork(component, isSeen), part(step, 0.7, 0.9));
-  siftTrunks(component, graph, trunkWork(component));
-  return draw(std::move(component), std::move(graph), spacing);
+  return finish(std::move(component), std::move(graph), spacing, isSeen, seed,
+                part(step, 0.7, 0.9));
 }
 
 /// Exchanges neighbours of a row while the drawing gets better by that.
